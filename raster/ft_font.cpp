@@ -1,0 +1,92 @@
+#include "raster/ft_font.h"
+
+#include "raster/bitmap_convert.h"
+
+namespace {
+
+// FreeType's 26.6 values become whole pixels by an arithmetic shift (floor).
+int32_t WholePixels(FT_Pos value)
+{
+    return static_cast<int32_t>(value >> 6);
+}
+
+FT_ULong SignExtended(char c)
+{
+    return static_cast<FT_ULong>(static_cast<long>(static_cast<signed char>(c)));
+}
+
+} // namespace
+
+FTFont::FTFont()
+{
+    if (FT_Init_FreeType(&library) != 0)
+        throw FTException("cannot initialize library");
+}
+
+FTFont::~FTFont()
+{
+    UnloadFace();
+    FT_Done_FreeType(library);
+}
+
+void FTFont::LoadFace(const char* path)
+{
+    FT_Face opened = nullptr;
+    if (FT_New_Face(library, path, 0, &opened) != 0)
+        throw FTException("cannot load font file");
+    UnloadFace();
+    face = opened;
+}
+
+void FTFont::UnloadFace()
+{
+    if (face != nullptr) {
+        FT_Done_Face(face);
+        face = nullptr;
+    }
+}
+
+void FTFont::SetPixelSize(uint32_t height)
+{
+    if (FT_Set_Pixel_Sizes(face, 0, height) != 0)
+        throw FTException("cannot set char size");
+}
+
+int64_t FTFont::GetLineHeight() const
+{
+    if (face == nullptr)
+        return 0;
+    return face->size->metrics.height >> 6;
+}
+
+void FTFont::RenderGlyph(uint32_t code, FTGlyph& out)
+{
+    FT_UInt index = FT_Get_Char_Index(face, code);
+    if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0)
+        throw FTException("cannot load glyph");
+    FT_GlyphSlot slot = face->glyph;
+    if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
+        throw FTException("cannot render glyph");
+
+    if (IsGrayCoverage(slot->bitmap)) {
+        out.bitmap = &slot->bitmap;
+    } else {
+        convertedBitmap = ConvertToGrayCoverage(slot->bitmap, convertedPixels);
+        out.bitmap = &convertedBitmap;
+    }
+    out.left = slot->bitmap_left;
+    out.top = slot->bitmap_top;
+    out.advanceX = WholePixels(slot->advance.x);
+    out.advanceY = WholePixels(slot->advance.y);
+}
+
+void FTFont::GetKerning(char left, char right, FT_Vector& out) const
+{
+    out.x = 0;
+    out.y = 0;
+    FT_UInt leftIndex = FT_Get_Char_Index(face, SignExtended(left));
+    FT_UInt rightIndex = FT_Get_Char_Index(face, SignExtended(right));
+    FT_Get_Kerning(face, leftIndex, rightIndex, FT_KERNING_DEFAULT, &out);
+    out.x >>= 6;
+    out.y >>= 6;
+}

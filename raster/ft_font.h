@@ -1,0 +1,52 @@
+#pragma once
+
+#include "raster/ft_exception.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <cstdint>
+#include <vector>
+
+// What rendering one character yields. `bitmap` points at 8-bit coverage, one byte
+// per pixel with a positive pitch, valid until the next render on the same FTFont.
+struct FTGlyph
+{
+    const FT_Bitmap* bitmap = nullptr;
+    int32_t left = 0;     // pen position to the bitmap's left column, positive right
+    int32_t top = 0;      // baseline to the bitmap's top row, positive up
+    int32_t advanceX = 0; // whole pixels
+    int32_t advanceY = 0; // whole pixels
+};
+
+// The tool's only access to FreeType: one library handle and at most one face.
+// Every failure that matters throws FTException with a fixed message.
+class FTFont
+{
+public:
+    FTFont();
+    ~FTFont();
+    FTFont(const FTFont&) = delete;
+    FTFont& operator=(const FTFont&) = delete;
+
+    // Opens face 0 of the file; on failure the earlier face stays current.
+    void LoadFace(const char* path);
+    void UnloadFace();
+    bool HasFace() const { return face != nullptr; }
+    FT_Face Face() const { return face; }
+
+    void SetPixelSize(uint32_t height);
+    // Distance between two baselines at the size set last; 0 without a face.
+    int64_t GetLineHeight() const;
+    void RenderGlyph(uint32_t code, FTGlyph& out);
+    // Kerning of `left` followed by `right` in whole pixels. Both are widened with
+    // sign extension, so only 7-bit characters name real glyphs.
+    void GetKerning(char left, char right, FT_Vector& out) const;
+
+private:
+    FT_Library library = nullptr;
+    FT_Face face = nullptr;
+    // Glyphs FreeType delivers in another pixel format are converted into here.
+    std::vector<uint8_t> convertedPixels;
+    FT_Bitmap convertedBitmap{};
+};

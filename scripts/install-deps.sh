@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs the Debian packages a target needs, and nothing when they are all present.
+# Usage: scripts/install-deps.sh build|test|fuzz|bench
+set -euo pipefail
+
+build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libcli11-dev fonts-dejavu-core)
+test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb)
+fuzz_pkgs=(clang libclang-rt-14-dev)
+bench_pkgs=(libbenchmark-dev)
+
+wanted=("${build_pkgs[@]}")
+case "${1:-build}" in
+  build) ;;
+  test)  wanted+=("${test_pkgs[@]}") ;;
+  fuzz)  wanted+=("${test_pkgs[@]}" "${fuzz_pkgs[@]}") ;;
+  bench) wanted+=("${test_pkgs[@]}" "${bench_pkgs[@]}") ;;
+  *) echo "usage: $0 build|test|fuzz|bench" >&2; exit 2 ;;
+esac
+
+missing=()
+for pkg in "${wanted[@]}"; do
+  status=$(dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null || true)
+  [[ "$status" == "install ok installed" ]] || missing+=("$pkg")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+echo "Installing missing packages: ${missing[*]}"
+sudo=""
+[[ $(id -u) -eq 0 ]] || sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get -o DPkg::Lock::Timeout=120 update -q
+$sudo apt-get -o DPkg::Lock::Timeout=120 install -y -q --no-install-recommends "${missing[@]}"
