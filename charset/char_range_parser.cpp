@@ -1,0 +1,101 @@
+#include "charset/char_range_parser.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+// The six characters trimmed around every number.
+bool IsTrimmedSpace(char c)
+{
+    return c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v' || c == ' ';
+}
+
+// A run of the text, not owning it: the text may be a megabyte, so pieces are never copied out as a whole list.
+struct Span {
+    const char* begin;
+    const char* end;
+    bool empty() const { return begin == end; }
+};
+
+Span Trim(Span s)
+{
+    while (s.end != s.begin && IsTrimmedSpace(s.end[-1]))
+        --s.end;
+    while (s.begin != s.end && IsTrimmedSpace(*s.begin))
+        ++s.begin;
+    return s;
+}
+
+// Reads a trimmed piece the way strtoul in base 0 does, saturating at the largest 64-bit value.
+// `buffer` is reused between pieces because strtoull needs a terminating zero.
+bool ReadCode(Span s, std::string& buffer, uint32_t& code)
+{
+    buffer.assign(s.begin, s.end);
+    char* stop = nullptr;
+    const unsigned long long value = std::strtoull(buffer.c_str(), &stop, 0);
+    if (*stop != '\0')
+        return false;
+    code = static_cast<uint32_t>(value);
+    return true;
+}
+
+void AppendRange(uint32_t first, uint32_t last, CharCodeList& codes)
+{
+    if (first > last)
+        return;
+    // 64-bit counting so that a range ending at 4294967295 stops instead of wrapping to 0.
+    const uint64_t count = uint64_t{last} - first + 1;
+    if (count > kMaxCharCodes)
+        return;
+    const uint64_t room = kMaxCharCodes - codes.size();
+    const uint64_t end = uint64_t{first} + std::min(count, room);
+    for (uint64_t code = first; code < end; ++code)
+        codes.push_back(static_cast<uint32_t>(code));
+}
+
+// One comma-separated piece: a number, or two numbers joined by a single "-".
+void AppendPiece(Span piece, std::string& buffer, CharCodeList& codes)
+{
+    if (piece.empty())
+        return;
+    const char* dash = std::find(piece.begin, piece.end, '-');
+    if (dash == piece.end) {
+        const Span number = Trim(piece);
+        uint32_t code = 0;
+        if (!number.empty() && ReadCode(number, buffer, code) && codes.size() < kMaxCharCodes)
+            codes.push_back(code);
+        return;
+    }
+    if (std::find(dash + 1, piece.end, '-') != piece.end)
+        return;
+    const Span low = Trim({piece.begin, dash});
+    const Span high = Trim({dash + 1, piece.end});
+    if (low.empty() || high.empty())
+        return;
+    uint32_t first = 0;
+    uint32_t last = 0;
+    const bool firstRead = ReadCode(low, buffer, first);
+    const bool lastRead = ReadCode(high, buffer, last);
+    if (firstRead && lastRead)
+        AppendRange(first, last, codes);
+}
+
+} // namespace
+
+CharCodeList ParseCharCodeText(const std::string& text)
+{
+    CharCodeList codes;
+    std::string buffer;
+    const char* pos = text.data();
+    const char* const end = pos + text.size();
+    while (pos != end && codes.size() < kMaxCharCodes) {
+        const char* comma = std::find(pos, end, ',');
+        AppendPiece({pos, comma}, buffer, codes);
+        if (comma == end)
+            break;
+        pos = comma + 1;
+    }
+    return codes;
+}

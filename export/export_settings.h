@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+// Rules of the export that do not depend on how the values were asked for, shared by the
+// desktop export command and any other front end.
+
+inline constexpr const char* kInvalidFontSizeMessage = "Invalid font size !";
+inline constexpr const char* kFontSizeRangeMessage = "Font size must be in between 6 and 256 !";
+
+// Reads the pixel height as typed: trimmed of "\t\n\r\f\v ", then a strtoul base-0 number
+// filling the whole text, low 32 bits, 6 to 256. Stores it in `height` and returns nothing
+// when valid; otherwise returns the message to show and leaves `height` alone.
+// An empty or blank text reads as 0 and so gets the range message.
+std::optional<std::string> ParseFontHeight(const std::string& text, unsigned& height);
+
+// The base name of the output: the chosen file name less one trailing ".cpp" in any letter case.
+std::string BaseNameFromFileName(const std::string& fileName);
+
+// Where the export writes: a directory that ends in "/" (the writer uses it as a plain prefix)
+// and the base name of the two files.
+struct OutputLocation {
+    std::string directory;
+    std::string baseName;
+};
+
+// Splits a path as a save dialog returns it. A path without a directory means the current one, "./".
+OutputLocation SplitOutputPath(const std::string& path);
