@@ -3,7 +3,7 @@ BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build run test
+.PHONY: all deps build run test test-font
 
 all: build
 
@@ -19,3 +19,11 @@ run: build
 
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
+
+# Regenerates the tests' own font (committed; only needed after changing the script).
+test-font:
+	@dpkg-query -W -f='$${Status}' python3-fonttools 2>/dev/null | grep -q 'install ok installed' || \
+	  { sudo=""; [ "$$(id -u)" -eq 0 ] || sudo=sudo; \
+	    $$sudo apt-get -o DPkg::Lock::Timeout=120 update -q && \
+	    $$sudo apt-get -o DPkg::Lock::Timeout=120 install -y -q --no-install-recommends python3-fonttools; }
+	/usr/bin/python3 tests/fonts/make_test_font.py
