@@ -5,7 +5,7 @@ CMAKE_FLAGS ?=
 FUZZ_DIR ?= build-fuzz
 FUZZ_SECONDS ?= 60
 
-.PHONY: all deps build run test fuzz
+.PHONY: all deps build run test fuzz test-font
 
 all: build
 
@@ -28,3 +28,8 @@ fuzz:
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DVELTRANE_FUZZ=ON -DVELTRANE_BUILD_GUI=OFF -DVELTRANE_BUILD_TESTS=OFF
 	cmake --build $(FUZZ_DIR) -j $(JOBS)
 	scripts/fuzz.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
+
+# Regenerates the tests' own font (committed; only needed after changing the script).
+test-font:
+	@scripts/install-deps.sh font
+	/usr/bin/python3 tests/fonts/make_test_font.py

@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages a target needs, and nothing when they are all present.
-# Usage: scripts/install-deps.sh build|test|fuzz|bench
+# Usage: scripts/install-deps.sh build|test|fuzz|bench|font
 set -euo pipefail
 
 build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libcli11-dev fonts-dejavu-core)
 test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb)
 fuzz_pkgs=(clang libclang-rt-14-dev)
 bench_pkgs=(libbenchmark-dev)
+font_pkgs=(python3-fonttools)
 
 wanted=("${build_pkgs[@]}")
 case "${1:-build}" in
@@ -14,7 +15,8 @@ case "${1:-build}" in
   test)  wanted+=("${test_pkgs[@]}") ;;
   fuzz)  wanted+=("${test_pkgs[@]}" "${fuzz_pkgs[@]}") ;;
   bench) wanted+=("${test_pkgs[@]}" "${bench_pkgs[@]}") ;;
-  *) echo "usage: $0 build|test|fuzz|bench" >&2; exit 2 ;;
+  font)  wanted+=("${font_pkgs[@]}") ;;
+  *) echo "usage: $0 build|test|fuzz|bench|font" >&2; exit 2 ;;
 esac
 
 missing=()
