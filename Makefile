@@ -3,7 +3,9 @@ BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build run test
+BENCH_DIR ?= build-bench
+
+.PHONY: all deps build run test bench regen-expected
 
 all: build
 
@@ -19,3 +21,15 @@ run: build
 
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
+
+# Export speed figures from an optimised build of the core only; not part of `test`.
+bench:
+	@scripts/install-deps.sh bench
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_GUI=OFF \
+	  -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
+	cmake --build $(BENCH_DIR) -j $(JOBS) --target export_bench
+	$(BENCH_DIR)/bench/export_bench
+
+# Rewrites tests/export/expected/ from the current exporter; review the diff.
+regen-expected: build
+	cmake --build $(BUILD_DIR) --target regen-expected

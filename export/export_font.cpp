@@ -50,7 +50,14 @@ bool ExportFont(FTFont* font, std::string& baseName, const std::string& director
 
     WriteFontRecords(out, baseName, CurrentLineMetrics(font->Face()), written);
     // A source that did not reach the disk complete gets no header.
-    if (!out.Close())
+    if (!out.Flush())
         return false;
-    return WriteFontHeader(headerPath, baseName);
+    // The header is opened (and so emptied) while the source is still open: on ext4,
+    // truncating a file right after closing a large one waits for the journal to
+    // commit that file's data, which made the export up to a third slower. Should
+    // the source's close then fail, the header is left empty and the export fails.
+    OutputWriter header(headerPath);
+    if (!out.Close() || !header.IsOpen())
+        return false;
+    return WriteFontHeader(header, baseName);
 }

@@ -1,6 +1,5 @@
 #include "export/font_header.h"
 
-#include "export/output_writer.h"
 #include "export/rotations.h"
 
 #include <cctype>
@@ -8,9 +7,11 @@
 bool WriteFontHeader(const std::string& headerPath, const std::string& baseName)
 {
     OutputWriter out(headerPath);
-    if (!out.IsOpen())
-        return false;
+    return out.IsOpen() && WriteFontHeader(out, baseName);
+}
 
+bool WriteFontHeader(OutputWriter& out, const std::string& baseName)
+{
     std::string guard = baseName;
     for (char& c : guard)
         c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));

@@ -4,7 +4,7 @@
 
 OutputWriter::OutputWriter(const std::string& path)
     : stream(std::fopen(path.c_str(), "w")), ownsStream(true),
-      buffer(std::make_unique<char[]>(kBufferSize)), pos(buffer.get()), limit(pos + kBufferSize)
+      buffer(std::make_unique_for_overwrite<char[]>(kBufferSize)), pos(buffer.get()), limit(pos + kBufferSize)
 {
     // The writer does its own buffering; a second buffer in stdio would only copy.
     if (stream != nullptr)
@@ -13,7 +13,7 @@ OutputWriter::OutputWriter(const std::string& path)
 
 OutputWriter::OutputWriter(FILE* stream)
     : stream(stream), ownsStream(false),
-      buffer(std::make_unique<char[]>(kBufferSize)), pos(buffer.get()), limit(pos + kBufferSize)
+      buffer(std::make_unique_for_overwrite<char[]>(kBufferSize)), pos(buffer.get()), limit(pos + kBufferSize)
 {
 }
 
@@ -26,7 +26,7 @@ void OutputWriter::Write(std::string_view text)
 {
     while (!text.empty()) {
         if (pos == limit)
-            Drain();
+            Flush();
         size_t room = static_cast<size_t>(limit - pos);
         size_t n = text.size() < room ? text.size() : room;
         std::memcpy(pos, text.data(), n);
@@ -47,11 +47,6 @@ void OutputWriter::WriteSigned(int64_t value)
     char digits[24];
     auto result = std::to_chars(digits, digits + sizeof digits, value);
     Write(std::string_view(digits, static_cast<size_t>(result.ptr - digits)));
-}
-
-void OutputWriter::Drain()
-{
-    Flush();
 }
 
 bool OutputWriter::Flush()

@@ -31,6 +31,9 @@ inline constexpr auto kHexTable = MakeHexTable();
 class OutputWriter
 {
 public:
+    static constexpr size_t kHexText = 6; // "0xAB, "
+    static constexpr size_t kHexSlot = 8; // bytes one hex copy touches
+
     // Opens `path` like fopen with mode "w" (created, or emptied when it exists).
     explicit OutputWriter(const std::string& path);
     // Writes to a stream that the caller keeps owning and closes itself.
@@ -48,7 +51,7 @@ public:
     void WriteChar(char c)
     {
         if (pos == limit)
-            Drain();
+            Flush();
         *pos++ = c;
     }
     // Plain decimal, no leading zeros or blanks.
@@ -57,10 +60,27 @@ public:
     // "0xAB, ": one pixel value of a pixel array.
     void WriteHexByte(uint8_t value)
     {
-        if (limit - pos < kHexSlot)
-            Drain();
-        std::memcpy(pos, output_writer_detail::kHexTable[value].data(), kHexSlot);
-        pos += kHexText;
+        if (static_cast<size_t>(limit - pos) < kHexSlot)
+            Flush();
+        pos = PutHex(pos, value);
+    }
+
+    // Direct access for long runs of values: Reserve returns where `size` bytes (plus
+    // the slack one PutHex needs) can be written, or nullptr when they would not fit
+    // into the buffer at all; Commit takes the position after the last byte written.
+    char* Reserve(size_t size)
+    {
+        if (size > kBufferSize - kHexSlot)
+            return nullptr;
+        if (static_cast<size_t>(limit - pos) < size + kHexSlot)
+            Flush();
+        return pos;
+    }
+    void Commit(char* end) { pos = end; }
+    static char* PutHex(char* at, uint8_t value)
+    {
+        std::memcpy(at, output_writer_detail::kHexTable[value].data(), kHexSlot);
+        return at + kHexText;
     }
 
     // Hands the buffered bytes to the stream. False once any write has failed.
@@ -70,11 +90,7 @@ public:
     bool Close();
 
 private:
-    static constexpr size_t kBufferSize = 1 << 16;
-    static constexpr int kHexText = 6; // "0xAB, "
-    static constexpr int kHexSlot = 8; // table rows are padded for one 8-byte copy
-
-    void Drain();
+    static constexpr size_t kBufferSize = 1 << 18;
 
     FILE* stream = nullptr;
     bool ownsStream = false;
