@@ -5,7 +5,7 @@ CMAKE_FLAGS ?=
 
 BENCH_DIR ?= build-bench
 
-.PHONY: all deps build run test bench regen-expected
+.PHONY: all deps build run test test-font bench regen-expected
 
 all: build
 
@@ -33,3 +33,11 @@ bench:
 # Rewrites tests/export/expected/ from the current exporter; review the diff.
 regen-expected: build
 	cmake --build $(BUILD_DIR) --target regen-expected
+
+# Regenerates the tests' own font (committed; only needed after changing the script).
+test-font:
+	@dpkg-query -W -f='$${Status}' python3-fonttools 2>/dev/null | grep -q 'install ok installed' || \
+	  { sudo=""; [ "$$(id -u)" -eq 0 ] || sudo=sudo; \
+	    $$sudo apt-get -o DPkg::Lock::Timeout=120 update -q && \
+	    $$sudo apt-get -o DPkg::Lock::Timeout=120 install -y -q --no-install-recommends python3-fonttools; }
+	/usr/bin/python3 tests/fonts/make_test_font.py
