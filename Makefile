@@ -2,7 +2,6 @@
 BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
-
 BENCH_DIR ?= build-bench
 
 .PHONY: all deps build run test test-font bench regen-expected
