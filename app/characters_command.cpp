@@ -1,6 +1,7 @@
 #include "app/gui_main.h"
 
 #include "app/libc_text.h"
+#include "charset/char_range_parser.h"
 
 #include <wx/textctrl.h>
 
@@ -13,7 +14,7 @@ void GuiMain::OnCharsEnter(wxCommandEvent&)
 }
 
 // Replaces the whole list with the codes the text names.
-void GuiMain::ParseCharCodes(const std::string&)
+void GuiMain::ParseCharCodes(const std::string& text)
 {
-    m_charCodes.clear();
+    m_charCodes = ParseCharCodeText(text);
 }
