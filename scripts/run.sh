@@ -4,13 +4,13 @@
 set -euo pipefail
 build_dir=${1:-build}
 if [[ -n "${DISPLAY:-}" || -n "${WAYLAND_DISPLAY:-}" ]]; then
-  exec "$build_dir/app/veltrane-fontgen"
+  exec "$build_dir/veltrane-fontgen"
 fi
 
 echo "The desktop program needs a display (DISPLAY is not set);" \
      "running the command-line exporter instead."
 font=/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 mkdir -p out
-"$build_dir/cli/veltrane-fontgen-export" "$font" out/DejaVuSans.cpp
+"$build_dir/veltrane-fontgen-export" "$font" out/DejaVuSans.cpp
 echo "Wrote out/DejaVuSans.cpp"
 echo "Wrote out/DejaVuSans.h"
