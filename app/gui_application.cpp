@@ -1,6 +1,7 @@
 #include "app/gui_application.h"
 
 #include "app/app_texts.h"
+#include "app/app_version.h"
 #include "app/gui_main.h"
 #include "raster/ft_font.h"
 
@@ -23,7 +24,7 @@ bool GuiApplication::OnInit()
         return false;
     }
 
-    g_appTitle.Printf("Veltrane Bitmap Font Generator %s", "v1.00");
+    g_appTitle.Printf(kAppTitleFormat, kAppVersion);
     g_aboutText.Printf("%s\nTurns TrueType fonts into bitmap-font source code for small displays.",
                        g_appTitle);
 

@@ -1,7 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/exit_status.h"
-#include "common/app_version.h"
+#include "app/app_version.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The program's name and version, one definition for the desktop window's title and the
+// The program's name and version (header only, so the exporter needs no GUI code), one definition for the desktop window's title and the
 // command-line exporter's --version. The title is the format filled with the version.
 #define VELTRANE_APP_NAME "Veltrane Bitmap Font Generator"
 #define VELTRANE_APP_VERSION "v1.00"
