@@ -1,7 +1,7 @@
 #pragma once
 
-// The program's name and version (header only, so the exporter needs no GUI code), one definition for the desktop window's title and the
-// command-line exporter's --version. The title is the format filled with the version.
+// The program's name and version: one definition for the desktop window's title and the
+// command-line exporter's --version. Header only, so the exporter links no GUI code.
 #define VELTRANE_APP_NAME "Veltrane Bitmap Font Generator"
 #define VELTRANE_APP_VERSION "v1.00"
 
