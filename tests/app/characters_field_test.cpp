@@ -5,7 +5,61 @@
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
+#include <numeric>
+
 namespace {
+
+CharCodeList Range(uint32_t first, uint32_t last)
+{
+    CharCodeList codes(last - first + 1);
+    std::iota(codes.begin(), codes.end(), first);
+    return codes;
+}
+
+TEST(CharactersFieldTest, ListHoldsTheDefaultRangeRightAfterStartUp)
+{
+    GuiMain* window = guitest::MainWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(GuiMainProbe(*window).CharCodes(), Range(32, 126));
+}
+
+// Table, one step after the other in the same field: typing keeps the list parsed
+// before; Enter replaces it, also by an empty one.
+TEST(CharactersFieldTest, OnlyEnterReplacesTheList)
+{
+    GuiMain* window = guitest::MainWindow();
+    ASSERT_NE(window, nullptr);
+    GuiMainProbe probe(*window);
+    wxTextCtrl* chars = probe.CharsCtrl();
+    ASSERT_TRUE(guitest::FocusWindow(window->GetTitle()));
+    chars->SetFocus();
+    ASSERT_TRUE(guitest::WaitFor([&] { return wxWindow::FindFocus() == chars; }));
+
+    const struct
+    {
+        const char* typed;
+        CharCodeList expected;
+    } steps[] = {
+        {"65-67, 0x61", {65, 66, 67, 97}},
+        {"A", {}},
+        {"0x20-0x22", Range(32, 34)},
+    };
+    wxUIActionSimulator keys;
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.typed);
+        const CharCodeList before = probe.CharCodes();
+        ASSERT_NE(before, step.expected) << "each step must change the list";
+        keys.Char('a', wxMOD_CONTROL); // the typed text replaces the field's
+        keys.Text(step.typed);
+        ASSERT_TRUE(guitest::WaitFor([&] { return chars->GetValue() == step.typed; }))
+            << "typed text did not arrive: " << chars->GetValue();
+        guitest::ProcessEvents();
+        EXPECT_EQ(probe.CharCodes(), before) << "typing alone changed the list";
+
+        keys.Char(WXK_RETURN);
+        EXPECT_TRUE(guitest::WaitFor([&] { return probe.CharCodes() == step.expected; }));
+    }
+}
 
 TEST(CharactersFieldTest, EnterInsertsNoLineBreak)
 {
