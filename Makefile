@@ -5,8 +5,9 @@ CMAKE_FLAGS ?=
 FUZZ_DIR ?= build-fuzz
 FUZZ_SECONDS ?= 60
 BENCH_DIR ?= build-bench
+ASAN_DIR ?= build-asan
 
-.PHONY: all deps build run test fuzz test-font bench regen-expected
+.PHONY: all deps build run test test-asan fuzz test-font bench regen-expected
 
 all: build
 
@@ -22,6 +23,11 @@ run: build
 
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
+
+# The whole test suite built with AddressSanitizer and UndefinedBehaviorSanitizer in a
+# build dir of its own; fails on any failed test and on any sanitizer report.
+test-asan: deps
+	scripts/test-asan.sh $(ASAN_DIR) $(JOBS)
 
 # Sanitized libFuzzer build of its own (clang), then every fuzz target for FUZZ_SECONDS each.
 fuzz:

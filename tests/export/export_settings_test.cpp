@@ -60,6 +60,32 @@ INSTANTIATE_TEST_SUITE_P(Texts, FontHeightTable, testing::Values(
     HeightCase{"+", std::nullopt, kInvalid}
 ));
 
+// A pasted megabyte is read whole and quickly, like any other text. (Not in the table
+// above: its parameters are printed in test listings.)
+TEST(FontHeightLongTexts, MegabyteTextsAreReadWhole)
+{
+    const std::size_t mega = 1 << 20;
+    const HeightCase cases[] = {
+        {std::string(mega, '9'), std::nullopt, kRange},
+        {std::string(mega, '0') + "20", 16u, nullptr},
+        {std::string(mega / 2, ' ') + "16" + std::string(mega / 2, '\n'), 16u, nullptr},
+        {std::string(mega, ' '), std::nullopt, kRange},
+        {"16" + std::string(mega, 'x'), std::nullopt, kInvalid},
+        {std::string(mega, '\0'), std::nullopt, kRange}, // a C string: empty
+    };
+    for (const HeightCase& c : cases) {
+        SCOPED_TRACE(c.text.substr(0, 8) + "... of " + std::to_string(c.text.size()) + " bytes");
+        unsigned height = 12345;
+        const std::optional<std::string> error = ParseFontHeight(c.text, height);
+        if (c.height) {
+            EXPECT_EQ(error, std::nullopt);
+            EXPECT_EQ(height, *c.height);
+        } else {
+            EXPECT_EQ(error, std::optional<std::string>(c.message));
+        }
+    }
+}
+
 struct BaseNameCase {
     std::string fileName;
     std::string baseName;

@@ -21,6 +21,11 @@ FT_Bitmap GreyBitmap(unsigned width, unsigned rows, int pitch, std::vector<unsig
 
 std::string ReadFile(const std::filesystem::path& path);
 
+// A copy of the TrueType font `font` in `dir` whose glyph for `code` claims an impossible
+// number of contours, so that FreeType opens the face but refuses to load that glyph.
+// Returns the copy's path.
+std::string FontWithBrokenGlyph(const std::string& font, const std::filesystem::path& dir, uint32_t code);
+
 // A fresh directory under the system's temporary directory, removed with its content.
 class TempDir
 {

@@ -1,8 +1,10 @@
 # Exports fonts with the test exporter, compiles each export into a consumer program
 # the way a firmware build would (strict C++20, warnings as errors), and lets the
 # program compare the strings it draws from the records with FreeType's own drawing.
-# Variables: EXPORT_TOOL, CXX, SOURCE_DIR (tests/export), TEST_FONT, WORK_DIR.
+# Variables: EXPORT_TOOL, CXX, CXX_FLAGS (extra, space-separated; may be empty),
+# SOURCE_DIR (tests/export), TEST_FONT, WORK_DIR.
 
+separate_arguments(extra_flags UNIX_COMMAND "${CXX_FLAGS}")
 set(DEJAVU /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf)
 # Each case: font, height, exported codes, text. The texts hold kerned pairs (AV, VA,
 # AT, Ta, Yo, LT, V. ...), ink below the baseline and left of the pen, and blanks.
@@ -42,7 +44,7 @@ foreach(case IN LISTS CASES)
 
   run(${EXPORT_TOOL} export ${font} ${height} ${dir} consumer_font ${codes})
   run(${EXPORT_TOOL} reference ${font} ${height} "${text}" ${pen} ${baseline} ${width} ${rows} ${dir}/reference.bin)
-  run(${CXX} -std=c++20 -Wall -Wextra -Werror -pedantic
+  run(${CXX} -std=c++20 -Wall -Wextra -Werror -pedantic ${extra_flags}
       -I${SOURCE_DIR} -I${dir}
       ${dir}/consumer_font.cpp ${SOURCE_DIR}/consumer/draw_with_records.cpp
       -o ${dir}/draw_with_records)
