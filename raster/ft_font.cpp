@@ -2,12 +2,26 @@
 
 #include "raster/bitmap_convert.h"
 
+#include <algorithm>
+
 namespace {
 
 // FreeType's 26.6 values become whole pixels by an arithmetic shift (floor).
 int32_t WholePixels(FT_Pos value)
 {
     return static_cast<int32_t>(value >> 6);
+}
+
+// Real faces keep every glyph within about two ems. A glyph measuring more than this
+// many ems across comes from a broken face (scrambled outlines, a wrong units-per-em), and
+// drawing or exporting its pixels could take minutes and gigabytes, so it is refused.
+constexpr FT_Pos kMaxGlyphEms = 8;
+
+bool IsOutOfProportion(FT_GlyphSlot slot, const FT_Size_Metrics& size)
+{
+    const FT_Pos em = std::max<FT_Pos>({size.x_ppem, size.y_ppem, 1});
+    const FT_Pos limit = kMaxGlyphEms * em * 64; // 26.6
+    return slot->metrics.width > limit || slot->metrics.height > limit;
 }
 
 FT_ULong SignExtended(char c)
@@ -65,7 +79,7 @@ void FTFont::RenderGlyph(uint32_t code, FTGlyph& out)
     if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0)
         throw FTException("cannot load glyph");
     FT_GlyphSlot slot = face->glyph;
-    if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
+    if (IsOutOfProportion(slot, face->size->metrics) || FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
         throw FTException("cannot render glyph");
 
     if (IsGrayCoverage(slot->bitmap)) {

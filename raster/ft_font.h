@@ -38,6 +38,9 @@ public:
     void SetPixelSize(uint32_t height);
     // Distance between two baselines at the size set last; 0 without a face.
     int64_t GetLineHeight() const;
+    // Renders the character at the size set last. Throws "cannot load glyph" or "cannot
+    // render glyph"; the latter also for a glyph more than eight ems across, which only a
+    // broken face has. `out` is left alone when it throws.
     void RenderGlyph(uint32_t code, FTGlyph& out);
     // Kerning of `left` followed by `right` in whole pixels. Both are widened with
     // sign extension, so only 7-bit characters name real glyphs.

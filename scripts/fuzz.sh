@@ -12,13 +12,22 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 # One line per target: NAME, built as BUILD_DIR/tests/fuzz/NAME_fuzz.
 targets=(
   char_range_parser
+  font_export
+)
+# Options of one target beyond the common ones. A font input is written to a file and
+# exported four times, so it gets a size cap well above its seeds and a time limit per input.
+declare -A target_options=(
+  [font_export]="-max_len=16384 -timeout=20"
 )
 
 for name in "${targets[@]}"; do
   scratch="$build_dir/fuzz-corpus/$name"
   artifacts="$build_dir/fuzz-artifacts/$name"
   mkdir -p "$scratch" "$artifacts"
-  options=(-max_total_time="$seconds" -timeout=10 -artifact_prefix="$artifacts/" -print_final_stats=1)
+  options=(-max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$artifacts/"
+           -print_final_stats=1)
+  read -r -a extra <<<"${target_options[$name]:-}"
+  options+=("${extra[@]}")
   dict="$root/tests/fuzz/$name.dict"
   [[ -f "$dict" ]] && options+=(-dict="$dict")
   echo "== fuzzing $name for ${seconds}s"

@@ -91,6 +91,16 @@ TEST(ExportFaults, BrokenFontFiles)
         {"cut in the glyph outlines",
          [&](const fs::path& d) { return write(d / "cut.ttf", testFont.substr(0, glyf + 10)); }, 0, "",
          {"Font.cpp", "Font.h"}},
+        // Outlines for 1024 units per em read at 16: glyphs dozens of ems across.
+        {"units per em far too small",
+         [&](const fs::path& d) {
+             std::string bytes = testFont;
+             const size_t unitsPerEm = TableOffset(testFont, "head") + 18;
+             bytes[unitsPerEm] = 0;
+             bytes[unitsPerEm + 1] = 16;
+             return write(d / "upem.ttf", bytes);
+         },
+         1, "cannot render glyph\n", {"Font.cpp"}},
         // The characters before the broken one stay in the source; no header.
         {"a glyph outline FreeType refuses", [](const fs::path& d) { return FontWithBrokenGlyph(kTestFont, d, 'T'); },
          1, "cannot load glyph\n", {"Font.cpp"}},

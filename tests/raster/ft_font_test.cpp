@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -321,6 +323,55 @@ TEST(FTFontRender, OneBitStrikesBecomeEightBitCoverage)
         EXPECT_EQ(all.find('?'), std::string::npos) << code;
         EXPECT_NE(all.find('#'), std::string::npos) << code;
         EXPECT_NE(all.find('.'), std::string::npos) << code;
+    }
+}
+
+// The test font with its units-per-em field set to `unitsPerEm`: its outlines, drawn for
+// 1024 units per em, then come out that many times larger or smaller.
+std::string TestFontWithUnitsPerEm(uint16_t unitsPerEm)
+{
+    std::ifstream in(kTestFont, std::ios::binary);
+    std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    auto u16 = [&](size_t at) { return static_cast<size_t>(uint8_t(data[at]) << 8 | uint8_t(data[at + 1])); };
+    for (size_t entry = 12; entry < 12 + 16 * u16(4); entry += 16) {
+        if (data.compare(entry, 4, "head") == 0) {
+            const size_t field = (u16(entry + 8) << 16 | u16(entry + 10)) + 18;
+            data[field] = static_cast<char>(unitsPerEm >> 8);
+            data[field + 1] = static_cast<char>(unitsPerEm & 0xFF);
+        }
+    }
+    const std::string path = testing::TempDir() + "veltrane-upem-" + std::to_string(unitsPerEm) + ".ttf";
+    std::ofstream(path, std::ios::binary) << data;
+    return path;
+}
+
+TEST(FTFontRender, RefusesGlyphsOutOfAllProportionToTheSize)
+{
+    // Out of a broken face: 'A' measures dozens of ems at a units-per-em of 16.
+    FTFont broken;
+    broken.LoadFace(TestFontWithUnitsPerEm(16).c_str());
+    for (uint32_t height : {6u, 16u, 256u}) {
+        broken.SetPixelSize(height);
+        FTGlyph glyph;
+        try {
+            broken.RenderGlyph('A', glyph);
+            FAIL() << "no exception at " << height;
+        } catch (const FTException& e) {
+            EXPECT_STREQ(e.what(), "cannot render glyph");
+        }
+        EXPECT_EQ(glyph.bitmap, nullptr);
+        FTGlyph space;
+        broken.RenderGlyph(' ', space); // a glyph without an outline still renders
+    }
+
+    // The widest glyph of DejaVu Sans (U+2031, 1.64 em) at the largest and smallest size.
+    FTFont real;
+    real.LoadFace(kDejaVuSans);
+    for (uint32_t height : {6u, 256u}) {
+        real.SetPixelSize(height);
+        FTGlyph glyph;
+        real.RenderGlyph(0x2031, glyph);
+        EXPECT_GT(glyph.bitmap->width, height * 3 / 2);
     }
 }
 
