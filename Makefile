@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 60
 BENCH_DIR ?= build-bench
 ASAN_DIR ?= build-asan
 
-.PHONY: all deps build run test test-asan fuzz test-font bench regen-expected
+.PHONY: all deps build run test test-asan memcheck fuzz test-font bench regen-expected
 
 all: build
 
@@ -28,6 +28,11 @@ test: build
 # build dir of its own; fails on any failed test and on any sanitizer report.
 test-asan: deps
 	scripts/test-asan.sh $(ASAN_DIR) $(JOBS)
+
+# The command-line exporter under Valgrind's memcheck with DejaVu Sans at 16 and 256 px
+# (also one of the tests of `test`), with memcheck's summaries.
+memcheck: build
+	scripts/memcheck.sh $(BUILD_DIR)
 
 # Sanitized libFuzzer build of its own (clang), then every fuzz target for FUZZ_SECONDS each.
 fuzz:
