@@ -4,8 +4,9 @@ JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 FUZZ_DIR ?= build-fuzz
 FUZZ_SECONDS ?= 60
+BENCH_DIR ?= build-bench
 
-.PHONY: all deps build run test fuzz test-font
+.PHONY: all deps build run test fuzz test-font bench regen-expected
 
 all: build
 
@@ -22,12 +23,11 @@ run: build
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
 
-# Sanitized libFuzzer build of its own (clang), then every fuzz target for FUZZ_SECONDS each.
-fuzz:
-	@scripts/install-deps.sh fuzz
-	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DVELTRANE_FUZZ=ON -DVELTRANE_BUILD_GUI=OFF -DVELTRANE_BUILD_TESTS=OFF
-	cmake --build $(FUZZ_DIR) -j $(JOBS)
-	scripts/fuzz.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
+FUZZ_DIR ?= build-fuzz
+FUZZ_SECONDS ?= 60
+BENCH_DIR ?= build-bench
+
+.PHONY: all deps build run test fuzz test-font bench regen-expected
 
 # Regenerates the tests' own font (committed; only needed after changing the script).
 test-font:

@@ -1,0 +1,33 @@
+#include "export/font_header.h"
+
+#include "export/rotations.h"
+
+#include <cctype>
+
+bool WriteFontHeader(const std::string& headerPath, const std::string& baseName)
+{
+    OutputWriter out(headerPath);
+    return out.IsOpen() && WriteFontHeader(out, baseName);
+}
+
+bool WriteFontHeader(OutputWriter& out, const std::string& baseName)
+{
+    std::string guard = baseName;
+    for (char& c : guard)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+
+    out.Write("#ifndef _FONT_");
+    out.Write(guard);
+    out.Write("_H\n#define _FONT_");
+    out.Write(guard);
+    out.Write("_H\n\n#include <ds_font.h>\n");
+    for (unsigned rotation : kRotations) {
+        out.Write("\nextern const ds_bitmap_font_t font_");
+        out.Write(baseName);
+        out.WriteChar('_');
+        out.WriteUnsigned(rotation);
+        out.WriteChar(';');
+    }
+    out.Write("\n\n#endif\n");
+    return out.Close();
+}

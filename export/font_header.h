@@ -1,0 +1,14 @@
+#pragma once
+
+#include "export/output_writer.h"
+
+#include <string>
+
+// Writes the header that declares the four font records font_N_0 .. font_N_270 of
+// the source file, inside the guard _FONT_<N upper-cased>_H. `baseName` is the
+// sanitized name. False when the file cannot be opened or written.
+bool WriteFontHeader(const std::string& headerPath, const std::string& baseName);
+
+// The same into a header the caller has opened already; closes it and returns
+// whether every write and the close succeeded.
+bool WriteFontHeader(OutputWriter& out, const std::string& baseName);

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "export/output_writer.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <array>
+#include <string>
+
+// The face's line metrics at the export size, as FreeType gives them (26.6).
+struct LineMetrics
+{
+    FT_Pos height;
+    FT_Pos ascender;
+    FT_Pos descender;
+};
+
+// Which codes 0..255 have character records in the source file.
+using CharTable = std::array<bool, 256>;
+
+// Reads the size metrics of the face's current size.
+LineMetrics CurrentLineMetrics(FT_Face face);
+
+// Writes the four font records font_N_0 .. font_N_270. The metrics become whole pixels
+// by division toward zero (a descender of -4.5 pixels is written as -4), and each
+// record's chars table lists all 256 codes in code order.
+void WriteFontRecords(OutputWriter& out, const std::string& baseName, const LineMetrics& metrics,
+                      const CharTable& written);

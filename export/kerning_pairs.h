@@ -1,0 +1,13 @@
+#pragma once
+
+#include "charset/char_code_list.h"
+#include "export/kerning_pair.h"
+#include "raster/ft_font.h"
+
+#include <vector>
+
+// The kerning pairs of `code` with every code of `codes` as the character before it
+// (codes listed after `code`, and `code` itself, included), in list order, zero
+// kerning left out. The face must be set to the export size.
+// Kerning beyond the 8-bit delta's range is clamped to -128..127.
+std::vector<KerningPair> CollectKerningPairs(FTFont* font, const CharCodeList* codes, unsigned int code);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "export/kerning_pair.h"
+#include "export/output_writer.h"
+
+#include <vector>
+
+// Writes the two parallel tables of `code`, each closed by a 0 entry:
+//   static const char char_C_ktp[] = {P1, P2, 0};
+//   static const int8_t char_C_ktd[] = {D1, D2, 0};
+// Only called for a character that has at least one pair.
+void WriteKerningTables(OutputWriter& out, unsigned int code, const std::vector<KerningPair>& pairs);
