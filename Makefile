@@ -23,11 +23,24 @@ run: build
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
 
-FUZZ_DIR ?= build-fuzz
-FUZZ_SECONDS ?= 60
-BENCH_DIR ?= build-bench
+# Sanitized libFuzzer build of its own (clang), then every fuzz target for FUZZ_SECONDS each.
+fuzz:
+	@scripts/install-deps.sh fuzz
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_DIR) -DVELTRANE_FUZZ=ON -DVELTRANE_BUILD_GUI=OFF -DVELTRANE_BUILD_TESTS=OFF
+	cmake --build $(FUZZ_DIR) -j $(JOBS)
+	scripts/fuzz.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
 
-.PHONY: all deps build run test fuzz test-font bench regen-expected
+# Export speed figures from an optimised build of the core only; not part of `test`.
+bench:
+	@scripts/install-deps.sh bench
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_GUI=OFF \
+	  -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
+	cmake --build $(BENCH_DIR) -j $(JOBS) --target export_bench
+	$(BENCH_DIR)/bench/export_bench
+
+# Rewrites tests/export/expected/ from the current exporter; review the diff.
+regen-expected: build
+	cmake --build $(BUILD_DIR) --target regen-expected
 
 # Regenerates the tests' own font (committed; only needed after changing the script).
 test-font:

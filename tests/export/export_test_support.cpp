@@ -1,5 +1,7 @@
 #include "export_test_support.h"
 
+#include "raster/ft_font.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -54,4 +56,34 @@ TempDir::~TempDir()
 {
     std::error_code ignored;
     std::filesystem::remove_all(path, ignored);
+}
+
+// FreeType checks a glyph's contour count when it loads the glyph, not when it opens
+// the face: setting it to 0x7FFF breaks exactly this one glyph.
+std::string FontWithBrokenGlyph(const std::filesystem::path& dir, uint32_t code)
+{
+    std::string data = ReadFile(kDejaVuSans);
+    auto u16 = [&](size_t at) { return (uint8_t(data[at]) << 8) | uint8_t(data[at + 1]); };
+    auto u32 = [&](size_t at) { return (uint32_t(u16(at)) << 16) | u16(at + 2); };
+    size_t head = 0, loca = 0, glyf = 0;
+    for (size_t i = 0, n = u16(4); i < n; ++i) {
+        const std::string tag = data.substr(12 + 16 * i, 4);
+        const size_t offset = u32(12 + 16 * i + 8);
+        if (tag == "head")
+            head = offset;
+        else if (tag == "loca")
+            loca = offset;
+        else if (tag == "glyf")
+            glyf = offset;
+    }
+    FTFont font;
+    font.LoadFace(kDejaVuSans);
+    const FT_UInt index = FT_Get_Char_Index(font.Face(), code);
+    const bool longOffsets = u16(head + 50) == 1;
+    const size_t glyph = glyf + (longOffsets ? u32(loca + 4 * index) : 2 * u16(loca + 2 * index));
+    data[glyph] = 0x7F;
+    data[glyph + 1] = static_cast<char>(0xFF);
+    const std::filesystem::path path = dir / "broken.ttf";
+    std::ofstream(path, std::ios::binary) << data;
+    return path.string();
 }

@@ -5,6 +5,7 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -20,6 +21,10 @@ std::string Captured(const std::function<void(OutputWriter&)>& write);
 FT_Bitmap GreyBitmap(unsigned width, unsigned rows, int pitch, std::vector<unsigned char>& pixels);
 
 std::string ReadFile(const std::filesystem::path& path);
+
+// A copy of DejaVu Sans, written into `dir`, whose glyph for `code` claims an impossible
+// number of contours, so that FreeType refuses to load it. Returns its path.
+std::string FontWithBrokenGlyph(const std::filesystem::path& dir, uint32_t code);
 
 // A fresh directory under the system's temporary directory, removed with its content.
 class TempDir

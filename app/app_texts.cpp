@@ -1,0 +1,4 @@
+#include "app/app_texts.h"
+
+wxString g_appTitle;
+wxString g_aboutText;
