@@ -6,17 +6,19 @@
 
 namespace {
 
-// How far any glyph's ink can reach from its pen position at the size set last: up
-// from the baseline, and left of the pen (`left` is zero or negative).
+// Skipping a cell must never change a pixel, so it needs a bound on how far any glyph's
+// ink can reach from its pen position, found without loading a glyph. A cell whose
+// baseline lies more than `up` below the area's bottom edge, or whose pen lies more than
+// -`left` right of the area's right edge, cannot reach into the area.
 struct InkReach
 {
-    int64_t up;
-    int64_t left;
+    int64_t up;   // above the baseline
+    int64_t left; // zero or negative: left of the pen
 };
 
-// Slack for hinting: grid fitting moves outline points by about a pixel; one em at the
-// preview size keeps well clear of that.
-constexpr int64_t kHintingSlack = PREVIEW_PIXEL_SIZE;
+// Hinting moves outline points by a pixel or so; a quarter em at the preview size keeps
+// well clear of that.
+constexpr int64_t kHintingSlack = PREVIEW_PIXEL_SIZE / 4;
 
 // Every FreeType bitmap format (sfnt strikes, PCF, BDF, FNT) keeps glyph bearings in at
 // most 16 bits, so no bitmap glyph reaches further than this.
@@ -32,15 +34,17 @@ bool MayUseBitmapStrike(FT_Face face)
     return false;
 }
 
-// A safe bound, found without loading a glyph. An outline stays inside the face's
-// bounding box (font units, scaled here to the current size), give or take what hinting
-// moves; a bitmap glyph only has its stored bearings to go by.
+// Outlines: every glyph lies inside the face's bounding box (font units), which scales
+// with the size like the outlines do; the rendered bitmap is that box rounded outwards to
+// whole pixels, plus what hinting moves. The ascender is taken as well in case a font's
+// box is too small. Bitmaps: only the width of their stored bearings bounds them.
 InkReach InkReachOf(FT_Face face)
 {
     InkReach reach{0, 0};
     if (FT_IS_SCALABLE(face)) {
         const FT_Size_Metrics& metrics = face->size->metrics;
-        const FT_Pos yMax = FT_MulFix(std::max<FT_Pos>(face->bbox.yMax, face->ascender), metrics.y_scale);
+        const FT_Pos top = std::max<FT_Pos>(face->bbox.yMax, face->ascender);
+        const FT_Pos yMax = FT_MulFix(top, metrics.y_scale);
         const FT_Pos xMin = FT_MulFix(std::min<FT_Pos>(face->bbox.xMin, 0), metrics.x_scale);
         reach.up = ((yMax + 63) >> 6) + kHintingSlack;
         reach.left = (xMin >> 6) - kHintingSlack;
@@ -62,20 +66,17 @@ uint8_t LaidOver(uint8_t dst, uint8_t coverage)
 
 // Lays the glyph's coverage over the picture, its pen position at (penX, penY);
 // whatever falls outside the picture is dropped.
-void LayGlyphOver(PreviewImage& image, int64_t penX, int64_t penY, const FTGlyph& glyph)
+void LayGlyphOver(PreviewImage& image, int64_t penX, int64_t penY, const PreviewGlyph& glyph)
 {
-    const FT_Bitmap& bitmap = *glyph.bitmap;
-    if (bitmap.buffer == nullptr)
-        return;
     const int64_t left = penX + glyph.left;
     const int64_t top = penY - glyph.top;
     const int64_t firstRow = std::max<int64_t>(0, -top);
-    const int64_t endRow = std::min<int64_t>(bitmap.rows, int64_t{image.height} - top);
+    const int64_t endRow = std::min<int64_t>(glyph.rows, int64_t{image.height} - top);
     const int64_t firstColumn = std::max<int64_t>(0, -left);
-    const int64_t endColumn = std::min<int64_t>(bitmap.width, int64_t{image.width} - left);
+    const int64_t endColumn = std::min<int64_t>(glyph.width, int64_t{image.width} - left);
 
     for (int64_t r = firstRow; r < endRow; ++r) {
-        const uint8_t* coverage = bitmap.buffer + r * bitmap.pitch;
+        const uint8_t* coverage = glyph.coverage.data() + r * glyph.width;
         uint8_t* pixel = image.rgb.data() + 3 * ((top + r) * image.width + left + firstColumn);
         for (int64_t c = firstColumn; c < endColumn; ++c, pixel += 3) {
             if (coverage[c] != 0) {
@@ -93,8 +94,8 @@ PreviewImage::PreviewImage(uint32_t width, uint32_t height)
 {
 }
 
-PreviewImage ComposePreview(FTFont& font, const CharCodeList& codes, uint32_t width,
-                            uint32_t height)
+PreviewImage PreviewComposer::Compose(FTFont& font, const CharCodeList& codes, uint32_t width,
+                                      uint32_t height)
 {
     PreviewImage image(width, height);
     if (!font.HasFace())
@@ -113,7 +114,6 @@ PreviewImage ComposePreview(FTFont& font, const CharCodeList& codes, uint32_t wi
     // 64 bits so that rows far below never come round to the top again.
     uint32_t x = 0;
     int64_t y = cell;
-    FTGlyph glyph;
     for (uint32_t code : codes) {
         if (width - x < cell) {
             x = 0;
@@ -124,14 +124,8 @@ PreviewImage ComposePreview(FTFont& font, const CharCodeList& codes, uint32_t wi
         // are passed over unless their ink can reach back left into it.
         if (y - reach.up >= int64_t{height})
             break;
-        if (int64_t{x} + reach.left < int64_t{width}) {
-            try {
-                font.RenderGlyph(code, glyph);
-                LayGlyphOver(image, x, y, glyph);
-            } catch (const FTException&) {
-                // A glyph that cannot be loaded or rendered leaves its cell empty.
-            }
-        }
+        if (int64_t{x} + reach.left < int64_t{width})
+            LayGlyphOver(image, x, y, glyphs.Get(font, code));
         x += cell;
     }
     return image;

@@ -36,7 +36,7 @@ GreyPicture Composed(const std::string& fontPath, const CharCodeList& codes, uin
 {
     FTFont font;
     font.LoadFace(fontPath.c_str());
-    return GreyOf(ComposePreview(font, codes, width, height));
+    return GreyOf(PreviewComposer().Compose(font, codes, width, height));
 }
 
 GreyPicture TopRows(const GreyPicture& picture, uint32_t height)
@@ -81,7 +81,7 @@ CharCodeList Repeated(uint32_t code, size_t times)
 // Full coverage laid once over white.
 constexpr uint8_t kInkOnce = 175;
 
-TEST(PreviewImage, DejaVuDefaultListFillsNineteenCellsInFiveRows)
+TEST(PreviewComposer, DejaVuDefaultListFillsNineteenCellsInFiveRows)
 {
     ASSERT_EQ(LineHeightAt36(kDejaVuSans), 42u);
     const GreyPicture picture = Composed(kDejaVuSans, Range(32, 126), 800, 600);
@@ -125,14 +125,14 @@ TEST_P(PreviewWidth, HoldsOnlyWholeCells)
     EXPECT_EQ(cells, c.cellsInFirstRow);
 }
 
-INSTANTIATE_TEST_SUITE_P(ComposePreview, PreviewWidth,
+INSTANTIATE_TEST_SUITE_P(PreviewComposer, PreviewWidth,
                          testing::Values(WidthCase{800, 7}, WidthCase{5 * 39, 5},
                                          WidthCase{5 * 39 - 1, 4}, WidthCase{39, 1},
                                          // Narrower than a cell: the first glyph opens the
                                          // second row, the others run on to the right.
                                          WidthCase{38, 0}, WidthCase{1, 0}));
 
-TEST(PreviewImage, SpaceKeepsItsCellWhiteAndMissingCodeShowsTheMissingGlyph)
+TEST(PreviewComposer, SpaceKeepsItsCellWhiteAndMissingCodeShowsTheMissingGlyph)
 {
     const CharCodeList codes = {'A', ' ', 'A', 'B'};
     const GreyPicture picture = Composed(kTestFont, codes, 400, 100);
@@ -145,7 +145,7 @@ TEST(PreviewImage, SpaceKeepsItsCellWhiteAndMissingCodeShowsTheMissingGlyph)
     EXPECT_EQ(picture.At(117 + 4, 38), kInkOnce) << "missing glyph's left side";
 }
 
-TEST(PreviewImage, NegativeLeftBearingReachesIntoThePreviousCell)
+TEST(PreviewComposer, NegativeLeftBearingReachesIntoThePreviousCell)
 {
     const CharCodeList codes = {'A', 'j'};
     const GreyPicture picture = Composed(kTestFont, codes, 400, 100);
@@ -153,7 +153,7 @@ TEST(PreviewImage, NegativeLeftBearingReachesIntoThePreviousCell)
     EXPECT_EQ(picture.At(37, 38), kInkOnce) << "'j' starts 4.5 px left of its cell";
 }
 
-TEST(PreviewImage, PixelCoveredTwiceDarkensFurther)
+TEST(PreviewComposer, PixelCoveredTwiceDarkensFurther)
 {
     // U+2031 is 60 px wide, so its right part lies under the next cell's full block.
     const CharCodeList codes = {0x2031, 0x2588};
@@ -163,29 +163,29 @@ TEST(PreviewImage, PixelCoveredTwiceDarkensFurther)
         << "full coverage twice: 175 * 175 / 255";
 }
 
-TEST(PreviewImage, EmptyListIsWhiteAndLeavesTheFaceAt36)
+TEST(PreviewComposer, EmptyListIsWhiteAndLeavesTheFaceAt36)
 {
     FTFont font;
     font.LoadFace(kTestFont.c_str());
     font.SetPixelSize(16);
-    EXPECT_TRUE(AllWhite(GreyOf(ComposePreview(font, {}, 300, 200))));
+    EXPECT_TRUE(AllWhite(GreyOf(PreviewComposer().Compose(font, {}, 300, 200))));
     EXPECT_EQ(font.GetLineHeight(), 39);
 }
 
-TEST(PreviewImage, NoFaceIsWhite)
+TEST(PreviewComposer, NoFaceIsWhite)
 {
     FTFont font;
-    const GreyPicture picture = GreyOf(ComposePreview(font, Range(32, 126), 300, 200));
+    const GreyPicture picture = GreyOf(PreviewComposer().Compose(font, Range(32, 126), 300, 200));
     EXPECT_EQ(picture.grey.size(), 300u * 200u);
     EXPECT_TRUE(AllWhite(picture));
 }
 
-TEST(PreviewImage, FaceWithoutA36PixelStrikeLeavesTheAreaWhite)
+TEST(PreviewComposer, FaceWithoutA36PixelStrikeLeavesTheAreaWhite)
 {
     FTFont font;
     font.LoadFace(kTerminus);
     PreviewImage image(0, 0);
-    ASSERT_NO_THROW(image = ComposePreview(font, Range(32, 126), 300, 200));
+    ASSERT_NO_THROW(image = PreviewComposer().Compose(font, Range(32, 126), 300, 200));
     EXPECT_TRUE(AllWhite(GreyOf(image)));
 }
 
@@ -216,7 +216,7 @@ std::string FontWithBrokenGlyph(uint16_t index)
     return path;
 }
 
-TEST(PreviewImage, GlyphThatCannotBeLoadedLeavesItsCellEmpty)
+TEST(PreviewComposer, GlyphThatCannotBeLoadedLeavesItsCellEmpty)
 {
     FTFont font;
     font.LoadFace(FontWithBrokenGlyph(3).c_str()); // 'A'
@@ -225,11 +225,11 @@ TEST(PreviewImage, GlyphThatCannotBeLoadedLeavesItsCellEmpty)
     ASSERT_THROW(font.RenderGlyph('A', glyph), FTException);
 
     GreyPicture picture;
-    ASSERT_NO_THROW(picture = GreyOf(ComposePreview(font, {'T', 'A', 'V'}, 300, 100)));
+    ASSERT_NO_THROW(picture = GreyOf(PreviewComposer().Compose(font, {'T', 'A', 'V'}, 300, 100)));
     EXPECT_TRUE(SamePicture(picture, ReferencePreview(kTestFont, {'T', ' ', 'V'}, 300, 100)));
 }
 
-TEST(PreviewImage, NarrowAreaShowsInkReachingBackFromTheCellRightOfIt)
+TEST(PreviewComposer, NarrowAreaShowsInkReachingBackFromTheCellRightOfIt)
 {
     // Narrower than a cell, the second cell lies right of the area; U+0488 (a combining
     // mark) starts 37 px left of its pen and so reaches back into the area.
@@ -238,6 +238,29 @@ TEST(PreviewImage, NarrowAreaShowsInkReachingBackFromTheCellRightOfIt)
     EXPECT_TRUE(SamePicture(picture, ReferencePreview(kDejaVuSans, codes, 20, 120)));
     const GreyPicture markAlone = Composed(kDejaVuSans, {' ', 0x488}, 20, 120);
     EXPECT_FALSE(AllWhite(markAlone));
+}
+
+TEST(PreviewComposer, KeptGlyphsFollowTheFace)
+{
+    // The faces come and go in the same FTFont, so a new face may sit where an old one was.
+    FTFont font;
+    PreviewComposer composer;
+    const CharCodeList codes = {'A', 'T', 'j', 'V'};
+    auto compose = [&] { return GreyOf(composer.Compose(font, codes, 300, 100)); };
+    const GreyPicture testFont = ReferencePreview(kTestFont, codes, 300, 100);
+    const GreyPicture dejaVu = ReferencePreview(kDejaVuSans, codes, 300, 100);
+
+    font.LoadFace(kTestFont.c_str());
+    EXPECT_TRUE(SamePicture(compose(), testFont));
+    font.LoadFace(kDejaVuSans.c_str());
+    EXPECT_TRUE(SamePicture(compose(), dejaVu));
+    font.UnloadFace();
+    EXPECT_TRUE(AllWhite(compose()));
+    font.LoadFace(kTestFont.c_str());
+    EXPECT_TRUE(SamePicture(compose(), testFont));
+    font.UnloadFace();
+    font.LoadFace(kDejaVuSans.c_str());
+    EXPECT_TRUE(SamePicture(compose(), dejaVu));
 }
 
 struct VisibleArea
@@ -268,14 +291,14 @@ TEST_P(PreviewSkipping, ChangesNoPixel)
     EXPECT_TRUE(SamePicture(visible, TopRows(whole, area.height)));
 }
 
-INSTANTIATE_TEST_SUITE_P(ComposePreview, PreviewSkipping,
+INSTANTIATE_TEST_SUITE_P(PreviewComposer, PreviewSkipping,
                          testing::Values(VisibleArea{800, 0}, VisibleArea{800, 1},
                                          VisibleArea{800, 42}, VisibleArea{800, 50},
                                          VisibleArea{800, 211}, VisibleArea{800, 600},
                                          VisibleArea{41, 90}, VisibleArea{20, 85},
                                          VisibleArea{0, 100}));
 
-TEST(PreviewImage, RowBelowTheAreaStillShowsItsTallGlyphs)
+TEST(PreviewComposer, RowBelowTheAreaStillShowsItsTallGlyphs)
 {
     CharCodeList codes = Repeated('A', 19);
     codes.insert(codes.end(), 19, 0x1D7);
