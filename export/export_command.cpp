@@ -70,7 +70,7 @@ void GuiMain::OnExport(wxCommandEvent&)
     if (narrowPath.empty()) {
         // A name the C locale cannot spell cannot be opened either; without this the
         // files would land as ".cpp" in the current directory.
-        ShowError(this, "Error writing file !");
+        ShowError(this, kWriteFailedMessage);
         return;
     }
     OutputLocation location = SplitOutputPath(narrowPath);
@@ -87,5 +87,5 @@ void GuiMain::OnExport(wxCommandEvent&)
     if (failure)
         ShowError(this, *failure);
     else if (!written)
-        ShowError(this, "Error writing file !");
+        ShowError(this, kWriteFailedMessage);
 }
