@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 60
 BENCH_DIR ?= build-bench
 ASAN_DIR ?= build-asan
 
-.PHONY: all deps build run test test-asan memcheck fuzz test-font bench regen-expected
+.PHONY: all deps build run test test-asan memcheck fuzz test-font bench bench-preview regen-expected
 
 all: build
 
@@ -41,13 +41,19 @@ fuzz:
 	cmake --build $(FUZZ_DIR) -j $(JOBS)
 	scripts/fuzz.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
 
-# Export speed figures from an optimised build of the core only; not part of `test`.
-bench:
+# Speed figures from an optimised build; not part of `test`.
+bench: bench-preview
 	@scripts/install-deps.sh bench
-	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_GUI=OFF \
-	  -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
 	cmake --build $(BENCH_DIR) -j $(JOBS) --target export_bench
 	$(BENCH_DIR)/bench/export_bench
+
+# Preview paint times in the real window, under an X server of its own.
+bench-preview:
+	@scripts/install-deps.sh bench
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
+	cmake --build $(BENCH_DIR) -j $(JOBS) --target preview_bench
+	tests/app/gui_session.sh $(BENCH_DIR)/bench/preview_bench
 
 # Rewrites tests/export/expected/ from the current exporter; review the diff.
 regen-expected: build

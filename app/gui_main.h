@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charset/char_code_list.h"
+#include "raster/preview_bitmap.h"
 
 #include <wx/defs.h>
 #include <wx/frame.h>
@@ -9,9 +10,7 @@
 #include <string>
 
 class FTFont;
-struct FTGlyph;
 class wxButton;
-class wxDC;
 class wxMenuBar;
 class wxTextCtrl;
 
@@ -53,7 +52,6 @@ private:
 
     // Glyph preview (raster/preview_paint.cpp)
     void OnPaintPreview(wxPaintEvent& event);
-    void DrawGlyph(wxDC& dc, uint32_t x, uint32_t y, const FTGlyph& glyph);
 
     FTFont* m_font;
     wxMenuBar* m_menuBar = nullptr;
@@ -62,6 +60,8 @@ private:
     wxTextCtrl* m_charsCtrl = nullptr;
     wxWindow* m_preview = nullptr;
     CharCodeList m_charCodes;
+    PreviewComposer m_previewComposer; // keeps the preview's glyphs while the face stays
+    PreviewBitmap m_previewBitmap;     // the preview's last picture, reused while unchanged
 
     // Lets the GUI tests read the window's state.
     friend class GuiMainProbe;

@@ -7,12 +7,6 @@
 #include "raster/ft_exception.h"
 #include "raster/ft_font.h"
 
-namespace {
-
-constexpr const char* kWriteFailedMessage = "Error writing file !";
-
-} // namespace
-
 std::optional<std::string> RunExport(const ExportRequest& request)
 {
     unsigned height = 0;

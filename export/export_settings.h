@@ -8,6 +8,8 @@
 
 inline constexpr const char* kInvalidFontSizeMessage = "Invalid font size !";
 inline constexpr const char* kFontSizeRangeMessage = "Font size must be in between 6 and 256 !";
+// The writer could not open, write or close one of the two files.
+inline constexpr const char* kWriteFailedMessage = "Error writing file !";
 
 // Reads the pixel height as typed: trimmed of "\t\n\r\f\v ", then a strtoul base-0 number
 // filling the whole text, low 32 bits, 6 to 256. Stores it in `height` and returns nothing

@@ -50,6 +50,7 @@ void FTFont::LoadFace(const char* path)
         throw FTException("cannot load font file");
     UnloadFace();
     face = opened;
+    ++faceSerial;
 }
 
 void FTFont::UnloadFace()
@@ -57,6 +58,7 @@ void FTFont::UnloadFace()
     if (face != nullptr) {
         FT_Done_Face(face);
         face = nullptr;
+        ++faceSerial;
     }
 }
 

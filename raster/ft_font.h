@@ -34,6 +34,9 @@ public:
     void UnloadFace();
     bool HasFace() const { return face != nullptr; }
     FT_Face Face() const { return face; }
+    // Changes whenever the current face does, so that what was worked out from one face
+    // is never taken for a later one that FreeType happens to place at the same address.
+    uint64_t FaceSerial() const { return faceSerial; }
 
     void SetPixelSize(uint32_t height);
     // Distance between two baselines at the size set last; 0 without a face.
@@ -49,6 +52,7 @@ public:
 private:
     FT_Library library = nullptr;
     FT_Face face = nullptr;
+    uint64_t faceSerial = 0;
     // Glyphs FreeType delivers in another pixel format are converted into here.
     std::vector<uint8_t> convertedPixels;
     FT_Bitmap convertedBitmap{};

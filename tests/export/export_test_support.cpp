@@ -44,6 +44,22 @@ std::string ReadFile(const std::filesystem::path& path)
     return text.str();
 }
 
+TempDir::TempDir()
+{
+    std::string pattern = (std::filesystem::temp_directory_path() / "veltrane-export-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr)
+        throw std::runtime_error("cannot create a temporary directory");
+    path = pattern;
+}
+
+TempDir::~TempDir()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+}
+
+// FreeType checks a glyph's contour count when it loads the glyph, not when it opens
+// the face: setting it to 0x7FFF breaks exactly this one glyph.
 std::string FontWithBrokenGlyph(const std::string& font, const std::filesystem::path& dir, uint32_t code)
 {
     std::string data = ReadFile(font);
@@ -70,18 +86,4 @@ std::string FontWithBrokenGlyph(const std::string& font, const std::filesystem::
     const std::filesystem::path path = dir / "broken.ttf";
     std::ofstream(path, std::ios::binary) << data;
     return path.string();
-}
-
-TempDir::TempDir()
-{
-    std::string pattern = (std::filesystem::temp_directory_path() / "veltrane-export-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr)
-        throw std::runtime_error("cannot create a temporary directory");
-    path = pattern;
-}
-
-TempDir::~TempDir()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
 }
