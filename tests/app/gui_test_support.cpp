@@ -2,17 +2,16 @@
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
-#include <wx/button.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 #include <wx/msgdlg.h>
+#include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
-#include <X11/Xlib.h>
-#include <X11/Xutil.h>
-
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
+#include <string>
 #include <thread>
 
 namespace guitest {
@@ -44,81 +43,27 @@ bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds d
     return true;
 }
 
-void ChooseMenuItem(GuiMain& window, int id)
-{
-    wxCommandEvent event(wxEVT_MENU, id);
-    event.SetEventObject(&window);
-    window.ProcessWindowEvent(event);
-}
-
-void ClickButton(wxButton& button)
-{
-    wxCommandEvent event(wxEVT_BUTTON, button.GetId());
-    event.SetEventObject(&button);
-    button.ProcessWindowEvent(event);
-}
-
 namespace {
 
-Display* XDisplay()
+void TypeIntoFileDialog(wxFileDialog& dialog, const wxString& path, bool accept)
 {
-    static Display* display = XOpenDisplay(nullptr);
-    return display;
-}
-
-wxString WindowName(Display* display, Window window)
-{
-    XTextProperty property{};
-    if (XGetWMName(display, window, &property) == 0 || property.value == nullptr)
-        return {};
-    char** list = nullptr;
-    int count = 0;
-    wxString name;
-    if (Xutf8TextPropertyToTextList(display, &property, &list, &count) == Success && count > 0)
-        name = wxString::FromUTF8(list[0]);
-    if (list != nullptr)
-        XFreeStringList(list);
-    XFree(property.value);
-    return name;
-}
-
-// The shown top-level X window with this title, or 0.
-Window FindShownWindow(Display* display, const wxString& title)
-{
-    Window root = 0, parent = 0, *children = nullptr;
-    unsigned int count = 0;
-    if (XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count) == 0)
-        return 0;
-    Window found = 0;
-    for (unsigned int i = 0; i < count && found == 0; ++i) {
-        XWindowAttributes attributes{};
-        if (XGetWindowAttributes(display, children[i], &attributes) != 0 &&
-            attributes.map_state == IsViewable && WindowName(display, children[i]) == title)
-            found = children[i];
-    }
-    if (children != nullptr)
-        XFree(children);
-    return found;
-}
-
-void TypeIntoFileDialog(wxDialog& dialog, const wxString& title, const wxString& path)
-{
-    if (!FocusWindow(title)) {
-        ADD_FAILURE() << "the file dialog '" << title << "' did not get the keyboard focus";
+    // GTK titles the dialog with its message.
+    if (!FocusWindow(dialog.GetMessage())) {
+        ADD_FAILURE() << "the file dialog did not get the keyboard focus";
         return;
     }
     wxUIActionSimulator keys;
     keys.Char('l', wxMOD_CONTROL); // open the location field (open dialogs)
     keys.Char('a', wxMOD_CONTROL); // replace whatever the field holds
     keys.Text(path.utf8_str());
-    // The field's completion popup may swallow an Enter: press it until the dialog closes.
+    // The field's completion popup may swallow the key: press it until the dialog closes.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     do {
-        keys.Char(WXK_RETURN);
+        keys.Char(accept ? WXK_RETURN : WXK_ESCAPE);
         if (WaitFor([&] { return !dialog.IsShown(); }, std::chrono::milliseconds(250)))
             return;
     } while (std::chrono::steady_clock::now() < deadline);
-    ADD_FAILURE() << "the file dialog did not accept " << path;
+    ADD_FAILURE() << "the file dialog did not close after " << path;
     keys.Char(WXK_ESCAPE);
     keys.Char(WXK_ESCAPE);
 }
@@ -127,53 +72,47 @@ void TypeIntoFileDialog(wxDialog& dialog, const wxString& title, const wxString&
 
 bool FocusWindow(const wxString& title)
 {
-    Display* display = XDisplay();
-    if (display == nullptr)
-        return false;
-    Window window = 0;
-    if (!WaitFor([&] { return (window = FindShownWindow(display, title)) != 0; }))
-        return false;
-    XSetInputFocus(display, window, RevertToParent, CurrentTime);
-    XSync(display, False);
-    // Let the toolkit see the focus change before keys arrive.
-    return WaitFor([&] {
-        Window focus = 0;
-        int revert = 0;
-        XGetInputFocus(display, &focus, &revert);
-        return focus == window;
-    });
+    // xdotool finds the shown window by its whole name and waits until it has the focus;
+    // between tries the toolkit may still have to map the window.
+    const std::string command = "timeout 5 xdotool search --onlyvisible --name '^" +
+                                std::string(title.utf8_str()) +
+                                "$' windowfocus --sync >/dev/null 2>&1";
+    return WaitFor([&] { return std::system(command.c_str()) == 0; });
 }
 
-std::function<int(wxDialog&)> ChooseFile(const wxString& path)
+void TypeInto(wxTextCtrl& field, const wxString& text)
 {
-    return [path](wxDialog& dialog) {
+    ASSERT_TRUE(FocusWindow(wxGetTopLevelParent(&field)->GetLabel()));
+    field.SetFocus();
+    ASSERT_TRUE(WaitFor([&] { return wxWindow::FindFocus() == &field; }));
+    // Emptied first, so that waiting for the typed text also works when it is the old one.
+    field.SelectAll();
+    wxUIActionSimulator keys;
+    keys.Char(WXK_DELETE);
+    ASSERT_TRUE(WaitFor([&] { return field.IsEmpty(); }));
+    keys.Text(text.utf8_str());
+    ASSERT_TRUE(WaitFor([&] { return field.GetValue() == text; }))
+        << "typed text did not arrive: " << field.GetValue();
+}
+
+std::function<int(wxDialog&)> ChooseFile(const wxString& path, bool accept)
+{
+    return [path, accept](wxDialog& dialog) {
+        auto& chooser = static_cast<wxFileDialog&>(dialog);
         // GTK's dialog reports the folder it shows as the chosen directory.
-        static_cast<wxFileDialog&>(dialog).SetDirectory(wxPathOnly(path));
+        chooser.SetDirectory(wxPathOnly(path));
         auto typed = std::make_shared<bool>(false);
-        dialog.Bind(wxEVT_SHOW, [&dialog, path, typed](wxShowEvent& event) {
+        chooser.Bind(wxEVT_SHOW, [&chooser, path, accept, typed](wxShowEvent& event) {
             event.Skip();
-            if (!event.IsShown() || *typed)
-                return;
+            if (event.IsShown() && !*typed)
+                chooser.CallAfter([&chooser, path, accept] { TypeIntoFileDialog(chooser, path, accept); });
             *typed = true;
-            // GTK titles the dialog with its message.
-            const wxString title = static_cast<wxFileDialog&>(dialog).GetMessage();
-            dialog.CallAfter([&dialog, title, path] { TypeIntoFileDialog(dialog, title, path); });
         });
         return int(wxID_NONE);
     };
 }
 
 } // namespace guitest
-
-DialogCatcher::DialogCatcher()
-{
-    Register();
-}
-
-DialogCatcher::~DialogCatcher()
-{
-    Unregister();
-}
 
 int DialogCatcher::Enter(wxDialog* dialog)
 {
@@ -200,7 +139,5 @@ int DialogCatcher::Enter(wxDialog* dialog)
 
 void DialogCatcher::Exit(wxDialog* dialog)
 {
-    const auto found = std::find(shown.begin(), shown.end(), dialog);
-    if (found != shown.end())
-        shown.erase(found);
+    std::erase(shown, dialog);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 // In-process GUI tests: gui_test_main.cpp starts the real GuiApplication (its OnInit
-// builds and shows the main window) inside its own X server before each test program's
-// tests run, one program per test, so every test starts from a fresh window.
+// builds and shows the main window) inside its own X server, one process per test, so
+// every test starts from a fresh window.
 
 #include "app/gui_main.h"
 
@@ -14,10 +14,6 @@
 #include <vector>
 
 class FTFont;
-class wxButton;
-class wxDialog;
-class wxMenuBar;
-class wxTextCtrl;
 
 namespace guitest {
 
@@ -31,21 +27,18 @@ void ProcessEvents();
 bool WaitFor(const std::function<bool()>& condition,
              std::chrono::milliseconds deadline = std::chrono::seconds(5));
 
-// Runs a command as the toolkit would on a menu choice or a button click.
-void ChooseMenuItem(GuiMain& window, int id);
-void ClickButton(wxButton& button);
-
 // Gives the keyboard focus to the shown top-level window with this title, as a click
 // on it would; wxUIActionSimulator's keys then reach it. False when no such window shows.
 bool FocusWindow(const wxString& title);
 
-// An answer for DialogCatcher that picks `path` in the real GTK file dialog, as a user
-// would: the dialog opens in the file's folder, the path is typed into its location
-// field and Enter is pressed. The program then reads the choice with GetPath,
-// GetFilename and GetDirectory as usual. (Setting the path without showing the dialog
-// leaves GetPath empty on GTK, hence the real dialog.) A dialog that refuses the path,
-// e.g. an open dialog given a missing file, is cancelled after a while and the test fails.
-std::function<int(wxDialog&)> ChooseFile(const wxString& path);
+// Replaces the field's text by typing, as a user who empties it and types; fails the
+// test when the text does not arrive.
+void TypeInto(wxTextCtrl& field, const wxString& text);
+
+// An answer for DialogCatcher that types `path` into the real GTK file dialog's location
+// field, then presses Enter (accept) or Escape until the dialog closes. The program then
+// reads the choice with GetPath as usual; GTK leaves it empty for a dialog never shown.
+std::function<int(wxDialog&)> ChooseFile(const wxString& path, bool accept = true);
 
 } // namespace guitest
 
@@ -56,7 +49,6 @@ public:
     explicit GuiMainProbe(GuiMain& window) : w(window) {}
 
     FTFont* Font() const { return w.m_font; }
-    wxMenuBar* MenuBar() const { return w.m_menuBar; }
     wxButton* ExportButton() const { return w.m_exportButton; }
     wxTextCtrl* HeightCtrl() const { return w.m_heightCtrl; }
     wxTextCtrl* CharsCtrl() const { return w.m_charsCtrl; }
@@ -75,15 +67,15 @@ class DialogCatcher : public wxModalDialogHook
 public:
     struct Seen
     {
-        wxString className; // e.g. "wxMessageDialog", "wxFileDialog"
+        wxString className; // "wxMessageDialog", "wxFileDialog"
         wxString title;
         wxString message;   // message boxes and file dialogs
         wxString wildcard;  // file dialogs only
         long style = 0;     // wxMessageDialog: GetMessageDialogStyle(); others: GetWindowStyle()
     };
 
-    DialogCatcher();
-    ~DialogCatcher() override;
+    DialogCatcher() { Register(); }
+    ~DialogCatcher() override { Unregister(); }
 
     std::function<int(wxDialog&)> answer = [](wxDialog&) { return int(wxID_OK); };
     std::vector<Seen> seen;

@@ -1,12 +1,7 @@
-# Helpers for tests that drive the desktop program; every one runs in an X server of its
-# own (gui_session.sh), so they can run in parallel.
-#
-# veltrane_add_gui_test(NAME sources...)
-#   GoogleTest program in which the real GuiApplication starts before the tests run
-#   (gui_test_main.cpp); each test runs in a fresh process. See gui_test_support.h.
-# veltrane_add_gui_script_test(NAME script.sh)
-#   A bash script that sources gui_driver.sh and drives the real program with xdotool.
-#   Extra ENVIRONMENT entries can be added with set_property(TEST ... APPEND ...).
+# Helpers for tests that drive the desktop program (see README.md), each in an X server
+# of its own (gui_session.sh), so they can run in parallel:
+# veltrane_add_gui_test(NAME sources...)      in-process GoogleTest program
+# veltrane_add_gui_script_test(NAME script.sh) bash script driving the program with xdotool
 
 set(VELTRANE_GUI_SESSION ${CMAKE_CURRENT_LIST_DIR}/gui_session.sh)
 set(VELTRANE_GUI_DRIVER ${CMAKE_CURRENT_LIST_DIR}/gui_driver.sh)
@@ -15,8 +10,7 @@ add_library(veltrane_gui_testing STATIC
   ${CMAKE_CURRENT_LIST_DIR}/gui_test_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/gui_test_support.cpp
 )
-find_package(X11 REQUIRED)
-target_link_libraries(veltrane_gui_testing PUBLIC veltrane_gui GTest::gtest PRIVATE X11::X11)
+target_link_libraries(veltrane_gui_testing PUBLIC veltrane_gui GTest::gtest)
 target_include_directories(veltrane_gui_testing PUBLIC ${CMAKE_CURRENT_LIST_DIR})
 
 function(veltrane_add_gui_test name)
@@ -31,5 +25,5 @@ endfunction()
 function(veltrane_add_gui_script_test name script)
   add_test(NAME ${name} COMMAND ${VELTRANE_GUI_SESSION} bash ${CMAKE_CURRENT_SOURCE_DIR}/${script})
   set_tests_properties(${name} PROPERTIES TIMEOUT 90 LABELS gui ENVIRONMENT
-    "VELTRANE_APP=$<TARGET_FILE:veltrane-fontgen>;VELTRANE_GUI_DRIVER=${VELTRANE_GUI_DRIVER};VELTRANE_TEST_FONT_DIR=${VELTRANE_TEST_FONT_DIR}")
+    "VELTRANE_APP=$<TARGET_FILE:veltrane-fontgen>;VELTRANE_GUI_DRIVER=${VELTRANE_GUI_DRIVER}")
 endfunction()

@@ -12,58 +12,19 @@
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
-#include <algorithm>
-#include <memory>
-
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr long kErrorBoxStyle = 0x204;
-const CharCodeList kTypedCodes = {65, 66, 67, 68, 69, 70, 97};
-
-GuiMain& Window()
-{
-    GuiMain* window = guitest::MainWindow();
-    if (window == nullptr)
-        throw std::runtime_error("no main window");
-    return *window;
-}
-
 GuiMainProbe Probe()
 {
-    return GuiMainProbe(Window());
-}
-
-std::vector<std::string> FilesIn(const fs::path& dir)
-{
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(dir))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-// Replaces a field's text by typing, as a user who selects all and types over it.
-void TypeInto(wxTextCtrl* field, const wxString& text)
-{
-    ASSERT_TRUE(guitest::FocusWindow(Window().GetTitle()));
-    field->SetFocus();
-    ASSERT_TRUE(guitest::WaitFor([&] { return wxWindow::FindFocus() == field; }));
-    // Emptied first, so that waiting for the typed text also works when it is the old one.
-    field->SelectAll();
-    wxUIActionSimulator keys;
-    keys.Char(WXK_DELETE);
-    ASSERT_TRUE(guitest::WaitFor([&] { return field->IsEmpty(); }));
-    keys.Text(text.utf8_str());
-    ASSERT_TRUE(guitest::WaitFor([&] { return field->GetValue() == text; }))
-        << "typed text did not arrive: " << field->GetValue();
+    return GuiMainProbe(*guitest::MainWindow());
 }
 
 // Types a list into the characters field and presses Enter, which makes it the list.
 void EnterCharacters(const wxString& text, const CharCodeList& expected)
 {
-    TypeInto(Probe().CharsCtrl(), text);
+    guitest::TypeInto(*Probe().CharsCtrl(), text);
     wxUIActionSimulator keys;
     keys.Char(WXK_RETURN);
     ASSERT_TRUE(guitest::WaitFor([&] { return Probe().CharCodes() == expected; }))
@@ -84,47 +45,12 @@ void PressExport(const DialogCatcher& dialogs)
 }
 
 // Answers the save dialog by typing `path` into it; message boxes get OK.
-std::function<int(wxDialog&)> SaveAs(const fs::path& path)
+std::function<int(wxDialog&)> SaveAs(const fs::path& path, bool accept = true)
 {
-    auto chooseFile = guitest::ChooseFile(path.string());
+    auto chooseFile = guitest::ChooseFile(path.string(), accept);
     return [chooseFile](wxDialog& dialog) {
-        if (dynamic_cast<wxFileDialog*>(&dialog) != nullptr)
-            return chooseFile(dialog);
-        return int(wxID_OK);
+        return dynamic_cast<wxFileDialog*>(&dialog) != nullptr ? chooseFile(dialog) : int(wxID_OK);
     };
-}
-
-// Types `path` into the real save dialog, then presses Escape instead of Enter.
-std::function<int(wxDialog&)> TypeThenCancel(const fs::path& path)
-{
-    return [path](wxDialog& dialog) {
-        auto typed = std::make_shared<bool>(false);
-        dialog.Bind(wxEVT_SHOW, [&dialog, path, typed](wxShowEvent& event) {
-            event.Skip();
-            if (!event.IsShown() || *typed)
-                return;
-            *typed = true;
-            dialog.CallAfter([&dialog, path] {
-                if (!guitest::FocusWindow(static_cast<wxFileDialog&>(dialog).GetMessage()))
-                    ADD_FAILURE() << "the save dialog did not get the keyboard focus";
-                wxUIActionSimulator keys;
-                keys.Char('a', wxMOD_CONTROL);
-                keys.Text(path.string().c_str());
-                guitest::ProcessEvents();
-                keys.Char(WXK_ESCAPE);
-            });
-        });
-        return int(wxID_NONE);
-    };
-}
-
-void ExpectOneErrorBox(const DialogCatcher& dialogs, const wxString& message)
-{
-    ASSERT_EQ(dialogs.seen.size(), 1u);
-    EXPECT_EQ(dialogs.seen[0].className, "wxMessageDialog");
-    EXPECT_EQ(dialogs.seen[0].title, "Error");
-    EXPECT_EQ(dialogs.seen[0].message, message);
-    EXPECT_EQ(dialogs.seen[0].style, kErrorBoxStyle);
 }
 
 void ExpectSaveDialog(const DialogCatcher::Seen& seen)
@@ -135,189 +61,106 @@ void ExpectSaveDialog(const DialogCatcher::Seen& seen)
     EXPECT_EQ(seen.style & (wxFD_SAVE | wxFD_OVERWRITE_PROMPT), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
 }
 
-// The whole road of an export, compared with the writer's own output for the same inputs.
-TEST(ExportCommandTest, WritesWhatTheWriterWritesForTheSameInputs)
+void ExpectOneErrorBox(const std::vector<DialogCatcher::Seen>& seen, const wxString& message)
+{
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].className, "wxMessageDialog");
+    EXPECT_EQ(seen[0].title, "Error");
+    EXPECT_EQ(seen[0].message, message);
+    EXPECT_EQ(seen[0].style, wxOK | wxICON_ERROR);
+}
+
+// A cancelled save dialog writes nothing; the same export saved equals the writer's own
+// output for the same inputs.
+TEST(ExportCommandTest, CancelWritesNothingSaveWritesWhatTheWriterWrites)
 {
     TempDir dir;
     Probe().Font()->LoadFace(kDejaVuSans);
-    TypeInto(Probe().HeightCtrl(), "24");
-    EnterCharacters("65-70, 97", kTypedCodes);
+    guitest::TypeInto(*Probe().HeightCtrl(), "24");
+    const CharCodeList codes = {65, 66, 67, 68, 69, 70, 97};
+    EnterCharacters("65-70, 97", codes);
 
-    DialogCatcher dialogs;
-    dialogs.answer = SaveAs(dir.Path() / "Font.cpp");
-    PressExport(dialogs);
-
-    ASSERT_EQ(dialogs.seen.size(), 1u) << "a successful export shows no message";
-    ExpectSaveDialog(dialogs.seen[0]);
-    ASSERT_EQ(FilesIn(dir.Path()), (std::vector<std::string>{"Font.cpp", "Font.h"}));
+    { // one catcher at a time: every registered one would answer the dialog
+        DialogCatcher cancelled;
+        cancelled.answer = SaveAs(dir.Path() / "Font.cpp", false);
+        PressExport(cancelled);
+        ASSERT_EQ(cancelled.seen.size(), 1u) << "no message after a cancel";
+        ExpectSaveDialog(cancelled.seen[0]);
+        EXPECT_TRUE(fs::is_empty(dir.Path()));
+    }
+    DialogCatcher saved;
+    saved.answer = SaveAs(dir.Path() / "Font.cpp");
+    PressExport(saved);
+    ASSERT_EQ(saved.seen.size(), 1u) << "a successful export shows no message";
+    ExpectSaveDialog(saved.seen[0]);
 
     TempDir expected;
     FTFont font;
     font.LoadFace(kDejaVuSans);
     std::string baseName = "Font";
-    CharCodeList codes = kTypedCodes;
-    ASSERT_TRUE(ExportFont(&font, baseName, expected.Prefix(), 24, &codes));
+    CharCodeList expectedCodes = codes;
+    ASSERT_TRUE(ExportFont(&font, baseName, expected.Prefix(), 24, &expectedCodes));
     EXPECT_EQ(ReadFile(dir.Path() / "Font.cpp"), ReadFile(expected.Path() / "Font.cpp"));
     EXPECT_EQ(ReadFile(dir.Path() / "Font.h"), ReadFile(expected.Path() / "Font.h"));
-    EXPECT_EQ(Probe().CharCodes(), kTypedCodes) << "the command changes no state";
-    EXPECT_EQ(Probe().HeightCtrl()->GetValue(), "24");
 }
-
-struct TypedNameCase {
-    const char* typed;
-    std::vector<std::string> files;
-};
-
-void PrintTo(const TypedNameCase& c, std::ostream* os) { *os << c.typed; }
-
-class TypedNameTable : public testing::TestWithParam<TypedNameCase> {};
-
-TEST_P(TypedNameTable, NamesTheFilesAfterTheBaseName)
-{
-    TempDir dir;
-    Probe().Font()->LoadFace(kDejaVuSans);
-    EnterCharacters("65", {65});
-    DialogCatcher dialogs;
-    dialogs.answer = SaveAs(dir.Path() / GetParam().typed);
-    PressExport(dialogs);
-
-    EXPECT_EQ(dialogs.seen.size(), 1u);
-    EXPECT_EQ(FilesIn(dir.Path()), GetParam().files);
-}
-
-INSTANTIATE_TEST_SUITE_P(Names, TypedNameTable, testing::Values(
-    TypedNameCase{"Font.CPP", {"Font.cpp", "Font.h"}},
-    TypedNameCase{"Font", {"Font.cpp", "Font.h"}}
-));
-
-struct RefusalCase {
-    const char* height;
-    const char* characters;
-    CharCodeList codes; // what Enter makes of `characters`
-    bool fontLoaded;
-    const char* message;
-};
-
-void PrintTo(const RefusalCase& c, std::ostream* os)
-{
-    *os << c.height << " / " << c.characters << (c.fontLoaded ? "" : " / no font");
-}
-
-class RefusalTable : public testing::TestWithParam<RefusalCase> {};
 
 // Faults the user can fix are named before the save dialog would ask for a name in vain.
 // Should the dialog open anyway, it is answered, so that a wrongly written file shows.
-TEST_P(RefusalTable, NamesTheFaultBeforeTheSaveDialog)
+TEST(ExportCommandTest, FaultsAreNamedBeforeTheSaveDialog)
 {
-    const RefusalCase& c = GetParam();
-    TempDir dir;
-    if (c.fontLoaded)
-        Probe().Font()->LoadFace(kDejaVuSans);
-    TypeInto(Probe().HeightCtrl(), c.height);
-    EnterCharacters(c.characters, c.codes);
-
-    DialogCatcher dialogs;
-    dialogs.answer = SaveAs(dir.Path() / "Font.cpp");
-    PressExport(dialogs);
-
-    ExpectOneErrorBox(dialogs, c.message);
-    EXPECT_TRUE(FilesIn(dir.Path()).empty());
-    EXPECT_EQ(Probe().HeightCtrl()->GetValue(), c.height) << "the field keeps the text as typed";
-}
-
-const char* const kCode300 = "Character code 300 is above 255 and cannot be exported !";
-
-INSTANTIATE_TEST_SUITE_P(Faults, RefusalTable, testing::Values(
-    RefusalCase{"16px", "65", {65}, true, "Invalid font size !"},
-    RefusalCase{"5", "65", {65}, true, "Font size must be in between 6 and 256 !"},
-    RefusalCase{"16", "65, 300", {65, 300}, true, kCode300},
-    RefusalCase{"16", "65", {65}, false, "No font loaded !"},
-    // When several things are wrong, the height is named first, then the list.
-    RefusalCase{"abc", "300", {300}, false, "Invalid font size !"},
-    RefusalCase{"16", "300", {300}, false, kCode300}
-));
-
-TEST(ExportCommandTest, CancellingTheSaveDialogWritesNothing)
-{
-    TempDir dir;
-    Probe().Font()->LoadFace(kDejaVuSans);
-    DialogCatcher dialogs;
-    dialogs.answer = TypeThenCancel(dir.Path() / "Font.cpp");
-    PressExport(dialogs);
-
-    ASSERT_EQ(dialogs.seen.size(), 1u) << "no message after a cancel";
-    ExpectSaveDialog(dialogs.seen[0]);
-    EXPECT_TRUE(FilesIn(dir.Path()).empty());
-}
-
-// Names the dialog accepts but the writer cannot open: it writes the sanitized name, and
-// here a folder already has that name.
-TEST(ExportCommandTest, UnwritableTargetGivesWriteError)
-{
-    const struct {
-        const char* typed;
-        const char* folder;
-    } cases[] = {
-        {"My Font.cpp", "My_Font.cpp"}, // the source
-        {"Font.cpp", "Font.h"},         // the header
+    const struct
+    {
+        const char* height;
+        const char* chars;
+        CharCodeList codes;
+        const char* message;
+    } rows[] = {
+        {"16", "65", {65}, "No font loaded !"}, // first: no font is loaded yet
+        {"16px", "65", {65}, "Invalid font size !"},
+        {"5", "65", {65}, "Font size must be in between 6 and 256 !"},
+        {"16", "65, 300", {65, 300}, "Character code 300 is above 255 and cannot be exported !"},
     };
-    Probe().Font()->LoadFace(kDejaVuSans);
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.typed);
-        TempDir dir;
-        fs::create_directory(dir.Path() / c.folder);
+    ASSERT_FALSE(Probe().Font()->HasFace()) << "each test starts with a fresh window";
+    TempDir dir;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.message);
+        guitest::TypeInto(*Probe().HeightCtrl(), row.height);
+        EnterCharacters(row.chars, row.codes);
         DialogCatcher dialogs;
-        dialogs.answer = SaveAs(dir.Path() / c.typed);
+        dialogs.answer = SaveAs(dir.Path() / "Font.cpp");
         PressExport(dialogs);
-
-        ASSERT_EQ(dialogs.seen.size(), 2u);
-        ExpectSaveDialog(dialogs.seen[0]);
-        dialogs.seen.erase(dialogs.seen.begin());
-        ExpectOneErrorBox(dialogs, "Error writing file !");
+        ExpectOneErrorBox(dialogs.seen, row.message);
+        EXPECT_TRUE(fs::is_empty(dir.Path()));
+        Probe().Font()->LoadFace(kDejaVuSans);
     }
 }
 
-// GTK's dialog refuses a folder that does not exist; one removed after it was chosen
-// (by another program, while the dialog closed) reaches the writer.
-TEST(ExportCommandTest, FolderGoneAfterTheChoiceGivesWriteError)
+// Failures after the save dialog: the source cannot be opened (a folder has the sanitized
+// name), or FreeType cannot load a glyph.
+TEST(ExportCommandTest, WriterFailuresAreShownInTheErrorBox)
 {
     TempDir dir;
-    const fs::path folder = dir.Path() / "out";
-    fs::create_directory(folder);
-    Probe().Font()->LoadFace(kDejaVuSans);
-    DialogCatcher dialogs;
-    auto saveAs = SaveAs(folder / "Font.cpp");
-    dialogs.answer = [saveAs, folder](wxDialog& dialog) {
-        dialog.Bind(wxEVT_SHOW, [folder](wxShowEvent& event) {
-            event.Skip();
-            if (!event.IsShown())
-                fs::remove_all(folder);
-        });
-        return saveAs(dialog);
+    fs::create_directory(dir.Path() / "My_Font.cpp");
+    const struct
+    {
+        std::string font;
+        const char* typed;
+        const char* message;
+    } rows[] = {
+        {kDejaVuSans, "My Font.cpp", "Error writing file !"},
+        {FontWithBrokenGlyph(kDejaVuSans, dir.Path(), 'B'), "Font.cpp", "cannot load glyph"},
     };
-    PressExport(dialogs);
-
-    ASSERT_EQ(dialogs.seen.size(), 2u);
-    dialogs.seen.erase(dialogs.seen.begin());
-    ExpectOneErrorBox(dialogs, "Error writing file !");
-    EXPECT_FALSE(fs::exists(folder));
-}
-
-TEST(ExportCommandTest, GlyphFreeTypeCannotLoadIsShownInTheErrorBox)
-{
-    TempDir fontDir;
-    Probe().Font()->LoadFace(FontWithBrokenGlyph(kDejaVuSans, fontDir.Path(), 'B').c_str());
     EnterCharacters("65-67", {65, 66, 67});
-    TempDir dir;
-    DialogCatcher dialogs;
-    dialogs.answer = SaveAs(dir.Path() / "Font.cpp");
-    PressExport(dialogs);
-
-    ASSERT_EQ(dialogs.seen.size(), 2u);
-    dialogs.seen.erase(dialogs.seen.begin());
-    ExpectOneErrorBox(dialogs, "cannot load glyph");
-    EXPECT_FALSE(fs::exists(dir.Path() / "Font.h")) << "no header for a broken source";
-    EXPECT_TRUE(Window().IsShown());
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.message);
+        Probe().Font()->LoadFace(row.font.c_str());
+        DialogCatcher dialogs;
+        dialogs.answer = SaveAs(dir.Path() / row.typed);
+        PressExport(dialogs);
+        ASSERT_EQ(dialogs.seen.size(), 2u);
+        ExpectSaveDialog(dialogs.seen[0]);
+        ExpectOneErrorBox({dialogs.seen[1]}, row.message);
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The preview in the real main window: what reaches the screen, read back from the X
-// server, against the picture worked out straight from FreeType.
+// server, against the picture worked out straight from FreeType (preview_reference.h).
+// The composed picture's grid, overlaps and empty cases are checked in preview_image_test.
 #include "gui_test_support.h"
 #include "point_by_point_paint.h"
 #include "preview_reference.h"
@@ -11,67 +12,45 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <numeric>
 #include <string>
-#include <vector>
 
 namespace {
 
 const std::string kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
-struct Screenshot
-{
-    uint32_t width = 0;
-    uint32_t height = 0;
-    std::vector<uint8_t> rgb;
-};
-
-// Reads the area's pixels back from the X server with ImageMagick's `import`.
-Screenshot ScreenshotOf(wxWindow& area)
+// Every channel of every pixel of the area on screen, read back with ImageMagick's
+// `import`, within one grey level of the reference (the X server may round the other way).
+testing::AssertionResult ScreenMatches(wxWindow& area, const GreyPicture& reference)
 {
     const wxPoint at = area.GetScreenPosition();
     const wxSize size = area.GetSize();
-    const std::string command = "import -window root -crop " + std::to_string(size.GetWidth()) +
-                                "x" + std::to_string(size.GetHeight()) + "+" + std::to_string(at.x) +
-                                "+" + std::to_string(at.y) + " +repage -depth 8 ppm:-";
+    const std::string command = "import -window root -crop " + std::to_string(size.x) + "x" +
+                                std::to_string(size.y) + "+" + std::to_string(at.x) + "+" +
+                                std::to_string(at.y) + " +repage -depth 8 ppm:-";
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    Screenshot shot;
+    uint32_t width = 0, height = 0;
     int maxValue = 0;
-    if (!pipe || std::fscanf(pipe.get(), "P6 %u %u %d", &shot.width, &shot.height, &maxValue) != 3 ||
-        maxValue != 255 || std::fgetc(pipe.get()) == EOF) {
-        ADD_FAILURE() << "no screenshot from: " << command;
-        return {};
-    }
-    shot.rgb.resize(size_t{3} * shot.width * shot.height);
-    if (std::fread(shot.rgb.data(), 1, shot.rgb.size(), pipe.get()) != shot.rgb.size())
-        ADD_FAILURE() << "short screenshot from: " << command;
-    return shot;
-}
-
-// Every channel of every pixel within one grey level of the reference (the X server's
-// blending may round the other way).
-testing::AssertionResult MatchesWithinOne(const Screenshot& shot, const GreyPicture& reference)
-{
-    if (shot.width != reference.width || shot.height != reference.height)
-        return testing::AssertionFailure() << "screenshot " << shot.width << "x" << shot.height
-                                           << ", reference " << reference.width << "x"
-                                           << reference.height;
-    for (uint32_t y = 0; y < shot.height; ++y) {
-        for (uint32_t x = 0; x < shot.width; ++x) {
-            for (int channel = 0; channel < 3; ++channel) {
-                const int actual = shot.rgb[3 * (size_t{y} * shot.width + x) + channel];
-                const int expected = reference.At(x, y);
-                if (std::abs(actual - expected) > 1)
-                    return testing::AssertionFailure()
-                           << "pixel (" << x << ", " << y << ") channel " << channel << " is "
-                           << actual << ", expected " << expected;
-            }
-        }
+    if (!pipe || std::fscanf(pipe.get(), "P6 %u %u %d", &width, &height, &maxValue) != 3 ||
+        maxValue != 255 || std::fgetc(pipe.get()) == EOF)
+        return testing::AssertionFailure() << "no screenshot from: " << command;
+    if (width != reference.width || height != reference.height)
+        return testing::AssertionFailure() << "screenshot " << width << "x" << height;
+    std::vector<uint8_t> rgb(size_t{3} * width * height);
+    if (std::fread(rgb.data(), 1, rgb.size(), pipe.get()) != rgb.size())
+        return testing::AssertionFailure() << "short screenshot from: " << command;
+    for (size_t i = 0; i < rgb.size(); ++i) {
+        const uint32_t x = i / 3 % width, y = i / 3 / width;
+        if (std::abs(rgb[i] - reference.At(x, y)) > 1)
+            return testing::AssertionFailure() << "pixel (" << x << ", " << y << ") is "
+                                               << int(rgb[i]) << ", expected "
+                                               << int(reference.At(x, y));
     }
     return testing::AssertionSuccess();
 }
 
-// Asks for a repaint and waits until it has been painted and sent to the X server.
-void Repaint(wxWindow& area)
+// Runs `action`, waits for the area's next paint and sends the drawing to the X server.
+void PaintAfter(wxWindow& area, const std::function<void()>& action)
 {
     int paints = 0;
     auto count = [&paints](wxPaintEvent& event) {
@@ -79,59 +58,48 @@ void Repaint(wxWindow& area)
         event.Skip();
     };
     area.Bind(wxEVT_PAINT, count);
-    area.Refresh();
+    action();
     EXPECT_TRUE(guitest::WaitFor([&] { return paints > 0; })) << "no paint";
     area.Unbind(wxEVT_PAINT, count);
-    area.Update(); // flushes the drawing to the X server
+    area.Update();
 }
 
-class PreviewWindow : public testing::Test
+TEST(PreviewWindowTest, ShowsWhatFreeTypeRenders)
 {
-protected:
-    GuiMain& window = *guitest::MainWindow();
-    GuiMainProbe probe{window};
+    GuiMainProbe probe(*guitest::MainWindow());
     wxWindow& area = *probe.Preview();
+    const uint32_t width = area.GetSize().x, height = area.GetSize().y;
+    auto refresh = [&] { area.Refresh(); };
 
-    uint32_t Width() const { return area.GetSize().GetWidth(); }
-    uint32_t Height() const { return area.GetSize().GetHeight(); }
-};
+    // No face yet: all white.
+    PaintAfter(area, refresh);
+    EXPECT_TRUE(ScreenMatches(area, {width, height, std::vector<uint8_t>(size_t{width} * height, 255)}));
 
-TEST_F(PreviewWindow, ShowsTheDefaultListAsFreeTypeRendersIt)
-{
-    probe.Font()->LoadFace(kDejaVuSans.c_str());
-    Repaint(area);
-    CharCodeList defaultList;
-    for (uint32_t code = 32; code <= 126; ++code)
-        defaultList.push_back(code);
-    EXPECT_TRUE(MatchesWithinOne(ScreenshotOf(area),
-                                 ReferencePreview(kDejaVuSans, defaultList, Width(), Height())));
-}
-
-// The yardstick for the blending rule: the same list drawn point by point with
-// translucent pens by the toolkit itself.
-TEST_F(PreviewWindow, PointByPointPaintShowsTheSamePicture)
-{
     FTFont& font = *probe.Font();
     font.LoadFace(kDejaVuSans.c_str());
+    PaintAfter(area, refresh);
+    CharCodeList defaultList(95);
+    std::iota(defaultList.begin(), defaultList.end(), 32);
+    EXPECT_TRUE(ScreenMatches(area, ReferencePreview(kDejaVuSans, defaultList, width, height)));
+
+    // Enter repaints with the new list; 'j' and U+2031 reach into their neighbours' cells.
     const CharCodeList codes = {'A', 'j', 0x2031, 0x2588, '@', 0xE9};
+    probe.CharsCtrl()->SetValue("65,0x6A,0x2031,0x2588,64,233");
+    PaintAfter(area, [&] {
+        wxCommandEvent enter(wxEVT_TEXT_ENTER, ID_CHARACTERS);
+        enter.SetEventObject(probe.CharsCtrl());
+        probe.CharsCtrl()->GetEventHandler()->ProcessEvent(enter);
+    });
+    ASSERT_EQ(probe.CharCodes(), codes);
+    EXPECT_TRUE(ScreenMatches(area, ReferencePreview(kDejaVuSans, codes, width, height)));
+
+    // The yardstick for the blending rule: the same list drawn the literal way, point by
+    // point with translucent pens by the toolkit itself, shows the reference as well.
     auto literal = [&](wxPaintEvent&) { PaintPointByPoint(area, font, codes); };
     area.Bind(wxEVT_PAINT, literal);
-    Repaint(area);
+    PaintAfter(area, refresh);
     area.Unbind(wxEVT_PAINT, literal);
-    EXPECT_TRUE(MatchesWithinOne(ScreenshotOf(area),
-                                 ReferencePreview(kDejaVuSans, codes, Width(), Height())));
-}
-
-TEST_F(PreviewWindow, FollowsTheCharactersFieldAfterEnter)
-{
-    probe.Font()->LoadFace(kDejaVuSans.c_str());
-    probe.CharsCtrl()->SetValue("0x41,66,0x2588");
-    wxCommandEvent enter(wxEVT_TEXT_ENTER, ID_CHARACTERS);
-    enter.SetEventObject(probe.CharsCtrl());
-    probe.CharsCtrl()->GetEventHandler()->ProcessEvent(enter);
-    Repaint(area);
-    EXPECT_TRUE(MatchesWithinOne(ScreenshotOf(area),
-                                 ReferencePreview(kDejaVuSans, {'A', 'B', 0x2588}, Width(), Height())));
+    EXPECT_TRUE(ScreenMatches(area, ReferencePreview(kDejaVuSans, codes, width, height)));
 }
 
 } // namespace
