@@ -11,15 +11,6 @@
 
 extern char** environ;
 
-namespace {
-
-bool IsDisplayVariable(const char* entry)
-{
-    return std::strncmp(entry, "DISPLAY=", 8) == 0 || std::strncmp(entry, "WAYLAND_DISPLAY=", 16) == 0;
-}
-
-} // namespace
-
 ProgramResult RunProgram(const std::vector<std::string>& args, const std::string& workDir)
 {
     std::vector<char*> argv;
@@ -28,7 +19,7 @@ ProgramResult RunProgram(const std::vector<std::string>& args, const std::string
     argv.push_back(nullptr);
     std::vector<char*> envp;
     for (char** entry = environ; *entry != nullptr; ++entry) {
-        if (!IsDisplayVariable(*entry))
+        if (std::strncmp(*entry, "DISPLAY=", 8) != 0 && std::strncmp(*entry, "WAYLAND_DISPLAY=", 16) != 0)
             envp.push_back(*entry);
     }
     envp.push_back(nullptr);
@@ -43,7 +34,6 @@ ProgramResult RunProgram(const std::vector<std::string>& args, const std::string
     posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (!workDir.empty())
         posix_spawn_file_actions_addchdir_np(&actions, workDir.c_str());
-
     pid_t pid = 0;
     const int failed = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
     posix_spawn_file_actions_destroy(&actions);
@@ -51,10 +41,19 @@ ProgramResult RunProgram(const std::vector<std::string>& args, const std::string
         throw std::runtime_error("cannot start " + args[0] + ": " + std::strerror(failed));
     int wstatus = 0;
     waitpid(pid, &wstatus, 0);
+    return {WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : -1, ReadFile(outPath), ReadFile(errPath)};
+}
 
-    ProgramResult result;
-    result.status = WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : -1;
-    result.out = ReadFile(outPath);
-    result.err = ReadFile(errPath);
-    return result;
+ProgramResult RunExporter(std::vector<std::string> args, const std::string& workDir)
+{
+    args.insert(args.begin(), VELTRANE_EXPORT_PROGRAM);
+    return RunProgram(args, workDir);
+}
+
+std::set<std::string> FileNames(const std::filesystem::path& dir)
+{
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(dir))
+        names.insert(entry.path().filename().string());
+    return names;
 }

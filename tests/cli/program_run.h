@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,3 +16,9 @@ struct ProgramResult {
 // when it is given, with DISPLAY and WAYLAND_DISPLAY removed from the environment as on
 // a build server, and waits for it.
 ProgramResult RunProgram(const std::vector<std::string>& args, const std::string& workDir = {});
+
+// The same for veltrane-fontgen-export with `args`.
+ProgramResult RunExporter(std::vector<std::string> args, const std::string& workDir = {});
+
+// The regular files, links and directories in `dir`, without descending.
+std::set<std::string> FileNames(const std::filesystem::path& dir);

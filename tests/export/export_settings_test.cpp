@@ -1,3 +1,6 @@
+// Rules every front end shares: the height text, the output path, the base name.
+
+#include "export/base_name.h"
 #include "export/export_settings.h"
 
 #include <gtest/gtest.h>
@@ -5,137 +8,83 @@
 #include <optional>
 #include <string>
 
-namespace {
-
-struct HeightCase {
-    std::string text;
-    std::optional<unsigned> height; // empty when the text is refused
-    const char* message;            // the message when refused
-};
-
-void PrintTo(const HeightCase& c, std::ostream* os) { *os << testing::PrintToString(c.text); }
-
-class FontHeightTable : public testing::TestWithParam<HeightCase> {};
-
-TEST_P(FontHeightTable, AcceptsOrNamesTheFault)
+TEST(ExportSettingsTest, FontHeightTexts)
 {
-    const HeightCase& c = GetParam();
-    unsigned height = 12345;
-    const std::optional<std::string> error = ParseFontHeight(c.text, height);
-    if (c.height) {
-        EXPECT_EQ(error, std::nullopt);
-        EXPECT_EQ(height, *c.height);
-    } else {
-        EXPECT_EQ(error, std::optional<std::string>(c.message));
-        EXPECT_EQ(height, 12345u) << "a refused text must leave the height alone";
-    }
-}
-
-const char* const kRange = kFontSizeRangeMessage;
-const char* const kInvalid = kInvalidFontSizeMessage;
-
-INSTANTIATE_TEST_SUITE_P(Texts, FontHeightTable, testing::Values(
-    HeightCase{"16", 16u, nullptr},
-    HeightCase{" 16 ", 16u, nullptr},
-    HeightCase{"16\t", 16u, nullptr},
-    HeightCase{"\n\r\f\v16", 16u, nullptr},
-    HeightCase{"+16", 16u, nullptr},
-    HeightCase{"0x10", 16u, nullptr},
-    HeightCase{"020", 16u, nullptr},
-    HeightCase{"4294967312", 16u, nullptr},
-    HeightCase{"6", 6u, nullptr},
-    HeightCase{"256", 256u, nullptr},
-    HeightCase{"5", std::nullopt, kRange},
-    HeightCase{"257", std::nullopt, kRange},
-    HeightCase{"0", std::nullopt, kRange},
-    HeightCase{"", std::nullopt, kRange},
-    HeightCase{"   ", std::nullopt, kRange},
-    HeightCase{"-16", std::nullopt, kRange},
-    HeightCase{"99999999999999999999", std::nullopt, kRange},
-    HeightCase{"16px", std::nullopt, kInvalid},
-    HeightCase{"1 6", std::nullopt, kInvalid},
-    HeightCase{"abc", std::nullopt, kInvalid},
-    HeightCase{"0x", std::nullopt, kInvalid},
-    HeightCase{"08", std::nullopt, kInvalid},
-    HeightCase{"+", std::nullopt, kInvalid}
-));
-
-// A pasted megabyte is read whole and quickly, like any other text. (Not in the table
-// above: its parameters are printed in test listings.)
-TEST(FontHeightLongTexts, MegabyteTextsAreReadWhole)
-{
-    const std::size_t mega = 1 << 20;
-    const HeightCase cases[] = {
-        {std::string(mega, '9'), std::nullopt, kRange},
-        {std::string(mega, '0') + "20", 16u, nullptr},
-        {std::string(mega / 2, ' ') + "16" + std::string(mega / 2, '\n'), 16u, nullptr},
-        {std::string(mega, ' '), std::nullopt, kRange},
-        {"16" + std::string(mega, 'x'), std::nullopt, kInvalid},
-        {std::string(mega, '\0'), std::nullopt, kRange}, // a C string: empty
+    const char* const range = kFontSizeRangeMessage;
+    const char* const invalid = kInvalidFontSizeMessage;
+    const size_t mega = 1 << 20;
+    struct Case
+    {
+        std::string text;
+        unsigned height;     // 0 when the text is refused
+        const char* message; // the message when refused
     };
-    for (const HeightCase& c : cases) {
-        SCOPED_TRACE(c.text.substr(0, 8) + "... of " + std::to_string(c.text.size()) + " bytes");
+    const Case cases[] = {
+        {" 16\t", 16, nullptr},
+        {"\n\r\f\v16", 16, nullptr},
+        {"+16", 16, nullptr},
+        {"0x10", 16, nullptr},
+        {"020", 16, nullptr},
+        {"4294967312", 16, nullptr}, // low 32 bits
+        {"6", 6, nullptr},
+        {"256", 256, nullptr},
+        {"5", 0, range},
+        {"257", 0, range},
+        {"", 0, range},
+        {"-16", 0, range},
+        {"99999999999999999999", 0, range},
+        {"16px", 0, invalid},
+        {"0x", 0, invalid},
+        {"08", 0, invalid},
+        // A pasted megabyte is read whole, like any other text.
+        {std::string(mega, '9'), 0, range},
+        {std::string(mega / 2, ' ') + "16" + std::string(mega / 2, '\n'), 16, nullptr},
+        {"16" + std::string(mega, 'x'), 0, invalid},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.text.substr(0, 12)) + " of " + std::to_string(c.text.size()) + " bytes");
         unsigned height = 12345;
         const std::optional<std::string> error = ParseFontHeight(c.text, height);
-        if (c.height) {
-            EXPECT_EQ(error, std::nullopt);
-            EXPECT_EQ(height, *c.height);
-        } else {
-            EXPECT_EQ(error, std::optional<std::string>(c.message));
-        }
+        EXPECT_EQ(error, c.message ? std::optional<std::string>(c.message) : std::nullopt);
+        EXPECT_EQ(height, c.message ? 12345u : c.height) << "a refused text must leave the height alone";
     }
 }
 
-struct BaseNameCase {
-    std::string fileName;
-    std::string baseName;
-};
-
-void PrintTo(const BaseNameCase& c, std::ostream* os) { *os << testing::PrintToString(c.fileName); }
-
-class BaseNameTable : public testing::TestWithParam<BaseNameCase> {};
-
-TEST_P(BaseNameTable, RemovesOneSourceSuffix)
+// The path as a save dialog returns it: its directory plus "/" (the current one when it
+// has none), its file name less one ".cpp" in any letter case.
+TEST(ExportSettingsTest, OutputPaths)
 {
-    EXPECT_EQ(BaseNameFromFileName(GetParam().fileName), GetParam().baseName);
+    struct Case
+    {
+        std::string path, directory, baseName;
+    };
+    const Case cases[] = {
+        {"/tmp/out/My Font.CPP", "/tmp/out/", "My Font"},
+        {"font.cpp", "./", "font"},
+        {"/font.cpp", "/", "font"},
+        {"out/Font", "out/", "Font"},
+        {"Font.cpp.cpp", "./", "Font.cpp"},
+        {"Font.h", "./", "Font.h"},
+        {".CpP", "./", ""},
+        {"cpp", "./", "cpp"},
+        {"Font.cppx", "./", "Font.cppx"},
+        {"/tmp/dir.cpp/font", "/tmp/dir.cpp/", "font"},
+    };
+    for (const Case& c : cases) {
+        const OutputLocation location = SplitOutputPath(c.path);
+        EXPECT_EQ(location.directory, c.directory) << c.path;
+        EXPECT_EQ(location.baseName, c.baseName) << c.path;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Names, BaseNameTable, testing::Values(
-    BaseNameCase{"Font.cpp", "Font"},
-    BaseNameCase{"Font.CPP", "Font"},
-    BaseNameCase{"Font", "Font"},
-    BaseNameCase{"Font.cpp.cpp", "Font.cpp"},
-    BaseNameCase{"Font.h", "Font.h"},
-    BaseNameCase{".cpp", ""},
-    BaseNameCase{".CpP", ""},
-    BaseNameCase{"cpp", "cpp"},
-    BaseNameCase{"Font.cppx", "Font.cppx"},
-    BaseNameCase{"", ""}
-));
-
-struct PathCase {
-    std::string path;
-    std::string directory;
-    std::string baseName;
-};
-
-void PrintTo(const PathCase& c, std::ostream* os) { *os << testing::PrintToString(c.path); }
-
-class OutputPathTable : public testing::TestWithParam<PathCase> {};
-
-TEST_P(OutputPathTable, SplitsIntoDirectoryPrefixAndBaseName)
+TEST(ExportSettingsTest, BaseNameKeepsOnlyLettersDigitsAndUnderscore)
 {
-    const OutputLocation location = SplitOutputPath(GetParam().path);
-    EXPECT_EQ(location.directory, GetParam().directory);
-    EXPECT_EQ(location.baseName, GetParam().baseName);
+    const std::pair<std::string, std::string> cases[] = {
+        {"My Font-2", "My_Font_2"}, {"Font.h", "Font_h"},     {"caf\xC3\xA9", "caf__"},
+        {"", ""},                   {"8x8_ok", "8x8_ok"}, {"a\tb\x7F\xFF", "a_b__"},
+    };
+    for (auto [name, expected] : cases) {
+        SanitizeBaseName(name);
+        EXPECT_EQ(name, expected);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Paths, OutputPathTable, testing::Values(
-    PathCase{"/tmp/out/My Font.CPP", "/tmp/out/", "My Font"},
-    PathCase{"font.cpp", "./", "font"},
-    PathCase{"/font.cpp", "/", "font"},
-    PathCase{"out/font.h", "out/", "font.h"},
-    PathCase{"/tmp/dir.cpp/font", "/tmp/dir.cpp/", "font"}
-));
-
-} // namespace

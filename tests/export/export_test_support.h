@@ -1,26 +1,15 @@
 #pragma once
 
-#include "export/output_writer.h"
-
-#include <ft2build.h>
-#include FT_FREETYPE_H
-
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <vector>
 
 inline constexpr const char* kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-inline constexpr const char* kDejaVuSansMono = "/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf";
-
-// What a writer function puts out, as one string.
-std::string Captured(const std::function<void(OutputWriter&)>& write);
-
-// An 8-bit grey bitmap over `pixels`, row by row with the given pitch.
-FT_Bitmap GreyBitmap(unsigned width, unsigned rows, int pitch, std::vector<unsigned char>& pixels);
 
 std::string ReadFile(const std::filesystem::path& path);
+
+// Where the table `tag` of the TrueType font `data` starts; data.size() when it has none.
+size_t FontTableOffset(const std::string& data, const char* tag);
 
 // A copy of the TrueType font `font` in `dir` whose glyph for `code` claims an impossible
 // number of contours, so that FreeType opens the face but refuses to load that glyph.
