@@ -44,14 +44,14 @@ fuzz:
 # Speed figures from an optimised build; not part of `test`.
 bench: bench-preview
 	@scripts/install-deps.sh bench
-	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_GUI=ON -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
 	cmake --build $(BENCH_DIR) -j $(JOBS) --target export_bench
 	$(BENCH_DIR)/bench/export_bench
 
 # Preview paint times in the real window, under an X server of its own.
 bench-preview:
 	@scripts/install-deps.sh bench
-	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
+	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_GUI=ON -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
 	cmake --build $(BENCH_DIR) -j $(JOBS) --target preview_bench
 	tests/app/gui_session.sh $(BENCH_DIR)/bench/preview_bench
 
