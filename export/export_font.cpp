@@ -10,6 +10,26 @@
 #include "export/output_writer.h"
 #include "export/pixel_arrays.h"
 
+namespace {
+
+// The codes in list order with repeats left out (first place kept): each character is
+// written once, as the generated identifiers must be unique. Every code is below 256
+// here, since lists with larger codes are refused first.
+CharCodeList WithoutRepeats(const CharCodeList& codes)
+{
+    CharCodeList unique;
+    CharTable seen{};
+    for (uint32_t code : codes) {
+        if (!seen[code]) {
+            seen[code] = true;
+            unique.push_back(code);
+        }
+    }
+    return unique;
+}
+
+} // namespace
+
 bool ExportFont(FTFont* font, std::string& baseName, const std::string& directory, unsigned int height,
                 CharCodeList* codes)
 {
