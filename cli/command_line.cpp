@@ -18,6 +18,13 @@ constexpr const char* kFooter =
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
     "names them.\n"
     "\n"
+    "Examples:\n"
+    "  veltrane-fontgen-export --height 12 --chars 32-126,0xB0 DejaVuSans.ttf out/Small.cpp\n"
+    "  veltrane-fontgen-export --text 'Menu Settings 12:45' Roboto-Regular.ttf out/Ui.cpp\n"
+    "  veltrane-fontgen-export --codepage CP1251 --chars 32-126 --text 'Привет, мир' \\\n"
+    "      NotoSans-Regular.ttf out/Russian.cpp\n"
+    "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
+    "\n"
     "Exit status: 0 when both files were written, 1 when the export failed (one message on\n"
     "standard error), 2 when the command line could not be read.";
 
@@ -36,12 +43,33 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
     CLI::App app{kDescription, "veltrane-fontgen-export"};
     app.footer(kFooter);
     app.set_version_flag("--version", kAppTitle);
-    app.add_option("--height", request.heightText, "Pixel height, 6 to 256 (decimal, 0x hex or 0 octal)")
+    app.add_option("--height", request.heightText, "Pixel height, 6 to 256 (decimal, 0x hex or 0 octal), e.g. 0x10")
         ->capture_default_str();
     app.add_option("--chars", request.charsText,
-                   "Character codes: comma-separated numbers and ranges such as 32-126, each up to 255")
-        ->capture_default_str();
-    app.add_option("FONT", request.fontPath, "The font file (its first face)")->required();
+                   "Character codes: comma-separated numbers and ranges, each up to 255, e.g. 32-126,0xB0\n"
+                   "(default 32-126, none when --text is given alone)");
+    app.add_option("--text", request.sampleText,
+                   "A UTF-8 sample text, such as the firmware's UI strings: its characters join the list\n"
+                   "after the --chars codes, as their bytes in the codepage; line breaks and tabs are\n"
+                   "skipped, e.g. --text 'Menu Settings 12:45'");
+    app.add_option_function<std::string>(
+           "--codepage",
+           [&request](const std::string& name) {
+               std::string error;
+               request.codepage = Codepage::Open(name, error);
+               if (!request.codepage)
+                   throw CLI::ValidationError("--codepage", error);
+           },
+           "The codes are bytes of this 8-bit encoding (any iconv knows: ISO-8859-1 to -16,\n"
+           "CP1250 to CP1258, KOI8-R, KOI8-U, CP437, CP866, ...), each exported with the glyph of\n"
+           "the character it stands for, e.g. --codepage CP1251 (default: a code is its own\n"
+           "Unicode character)")
+        ->type_name("NAME");
+    app.add_option("--face", request.faceIndex, "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1")
+        ->type_name("N")
+        ->capture_default_str()
+        ->check(CLI::Range(0L, 65535L));
+    app.add_option("FONT", request.fontPath, "The font file")->required();
     app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
         ->required()
         ->check(CLI::Validator(CheckNamesFile, "FILE"));

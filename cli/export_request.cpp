@@ -1,9 +1,8 @@
 #include "cli/export_request.h"
 
-#include "charset/char_range_parser.h"
+#include "cli/code_list.h"
 #include "export/export_font.h"
 #include "export/export_settings.h"
-#include "export/exportable_codes.h"
 #include "raster/ft_exception.h"
 #include "raster/ft_font.h"
 
@@ -12,14 +11,17 @@ std::optional<std::string> RunExport(const ExportRequest& request)
     unsigned height = 0;
     if (auto message = ParseFontHeight(request.heightText, height))
         return message;
-    CharCodeList codes = ParseCharCodeText(request.charsText);
-    if (auto message = FindUnexportableCode(codes))
+    CharCodeList codes;
+    if (auto message = ListCodes(request, codes))
         return message;
     OutputLocation output = SplitOutputPath(request.outputPath);
+    ExportOptions options;
+    options.kerning = request.kerning;
+    options.codepage = request.codepage ? &*request.codepage : nullptr;
     try {
         FTFont font;
-        font.LoadFace(request.fontPath.c_str());
-        if (!ExportFont(&font, output.baseName, output.directory, height, &codes))
+        font.LoadFace(request.fontPath.c_str(), request.faceIndex);
+        if (!ExportFont(&font, output.baseName, output.directory, height, &codes, options))
             return kWriteFailedMessage;
     } catch (const FTException& e) {
         return e.what();

@@ -1,18 +1,29 @@
 #pragma once
 
+#include "charset/codepage.h"
+#include "export/export_options.h"
+
 #include <optional>
 #include <string>
 
-// One export as the command line asks for it, every value still as typed.
+// One export as the command line asks for it, every value still as typed except the
+// codepage, which the command line has opened already.
 struct ExportRequest {
     std::string fontPath;
     std::string outputPath; // the source file's path, as chosen in the desktop's save dialog
     std::string heightText = "16";
-    std::string charsText = "32-126";
+    // Absent: "32-126", unless a sample text gives the list.
+    std::optional<std::string> charsText;
+    // A UTF-8 sample text whose characters join the list.
+    std::optional<std::string> sampleText;
+    // The 8-bit codepage the codes are bytes of; absent: every code is its own character.
+    std::optional<Codepage> codepage;
+    long faceIndex = 0;
+    KerningMode kerning = KerningMode::Legacy;
 };
 
 // Runs the export with the desktop program's rules and messages. Checks in this order,
 // each before anything slower: the height text, the character codes (all must fit in
-// 8 bits), opening the font, writing. Returns the message of the first failure, or
-// nothing when both files were written.
+// 8 bits and, with a codepage, stand for a character in it), opening the font, writing.
+// Returns the message of the first failure, or nothing when both files were written.
 std::optional<std::string> RunExport(const ExportRequest& request);

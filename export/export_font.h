@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charset/char_code_list.h"
+#include "export/export_options.h"
 #include "raster/ft_font.h"
 
 #include <string>
@@ -17,4 +18,4 @@
 // glyph cannot be rendered; the source then holds the sections of the characters
 // before it, closed, and no header is written.
 bool ExportFont(FTFont* font, std::string& baseName, const std::string& directory, unsigned int height,
-                CharCodeList* codes);
+                CharCodeList* codes, const ExportOptions& options = {});

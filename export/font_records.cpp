@@ -8,25 +8,27 @@ LineMetrics CurrentLineMetrics(FT_Face face)
     return LineMetrics{m.height, m.ascender, m.descender};
 }
 
-void WriteFontRecords(OutputWriter& out, const std::string& baseName, const LineMetrics& metrics,
+FontRecordMetrics ToRecordMetrics(const LineMetrics& metrics)
+{
+    // C++ division truncates toward zero.
+    return FontRecordMetrics{static_cast<unsigned long>(metrics.height / 64), metrics.ascender / 64,
+                             metrics.descender / 64};
+}
+
+void WriteFontRecords(OutputWriter& out, const std::string& baseName, const FontRecordMetrics& metrics,
                       const CharTable& written)
 {
-    // C++ division truncates toward zero, unlike the shift used for glyph values.
-    const FT_Pos height = metrics.height / 64;
-    const FT_Pos ascender = metrics.ascender / 64;
-    const FT_Pos descender = metrics.descender / 64;
-
     for (unsigned rotation : kRotations) {
         out.Write("\n\nconst ds_bitmap_font_t font_");
         out.Write(baseName);
         out.WriteChar('_');
         out.WriteUnsigned(rotation);
         out.Write(" = {\n.height = ");
-        out.WriteUnsigned(static_cast<unsigned long>(height));
+        out.WriteUnsigned(metrics.height);
         out.Write(",\n.ascender = ");
-        out.WriteSigned(ascender);
+        out.WriteSigned(metrics.ascender);
         out.Write(",\n.descender = ");
-        out.WriteSigned(descender);
+        out.WriteSigned(metrics.descender);
         out.Write(",\n.chars = {\n");
         for (unsigned code = 0; code < written.size(); ++code) {
             if (written[code]) {

@@ -16,14 +16,25 @@ struct LineMetrics
     FT_Pos descender;
 };
 
+// The line metrics as the font records hold them, in whole pixels.
+struct FontRecordMetrics
+{
+    unsigned long height;
+    long ascender;
+    long descender;
+};
+
 // Which codes 0..255 have character records in the source file.
 using CharTable = std::array<bool, 256>;
 
 // Reads the size metrics of the face's current size.
 LineMetrics CurrentLineMetrics(FT_Face face);
 
-// Writes the four font records font_N_0 .. font_N_270. The metrics become whole pixels
-// by division toward zero (a descender of -4.5 pixels is written as -4), and each
-// record's chars table lists all 256 codes in code order.
-void WriteFontRecords(OutputWriter& out, const std::string& baseName, const LineMetrics& metrics,
+// Whole pixels by division toward zero (a descender of -4.5 pixels becomes -4), unlike
+// the flooring shift used for glyph values.
+FontRecordMetrics ToRecordMetrics(const LineMetrics& metrics);
+
+// Writes the four font records font_N_0 .. font_N_270, each with its chars table of all
+// 256 codes in code order.
+void WriteFontRecords(OutputWriter& out, const std::string& baseName, const FontRecordMetrics& metrics,
                       const CharTable& written);

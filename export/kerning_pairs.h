@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charset/char_code_list.h"
+#include "charset/codepage.h"
 #include "export/kerning_pair.h"
 #include "raster/ft_font.h"
 
@@ -8,6 +9,12 @@
 
 // The kerning pairs of `code` with every code of `codes` as the character before it
 // (codes listed after `code`, and `code` itself, included), in list order, zero
-// kerning left out. The face must be set to the export size.
+// kerning left out. The face must be set to the export size. Both codes are cut to
+// char and widened with sign extension, so only 7-bit characters find real kerning.
 // Kerning beyond the 8-bit delta's range is clamped to -128..127.
 std::vector<KerningPair> CollectKerningPairs(FTFont* font, const CharCodeList* codes, unsigned int code);
+
+// The same for codes that are bytes of `codepage`: each pair is looked up between the
+// characters the two bytes stand for.
+std::vector<KerningPair> CollectKerningPairs(FTFont& font, const CharCodeList& codes, unsigned int code,
+                                             const Codepage& codepage);

@@ -1,5 +1,7 @@
 #include "export/pixel_arrays.h"
 
+#include "export/rotations.h"
+
 #include <cstddef>
 
 namespace {
@@ -8,7 +10,6 @@ namespace {
 // the step to the next value of a line and to the first value of the next line.
 struct Traversal
 {
-    unsigned rotation;
     ptrdiff_t start;
     unsigned lines;
     unsigned valuesPerLine;
@@ -16,27 +17,40 @@ struct Traversal
     ptrdiff_t lineStep;
 };
 
-void WriteArray(OutputWriter& out, unsigned int code, const unsigned char* pixels, const Traversal& t)
+void Turn(const unsigned char* buffer, const Traversal& t, TurnedImage& image)
+{
+    image.width = t.valuesPerLine;
+    image.height = t.lines;
+    image.pixels.resize(size_t{t.lines} * t.valuesPerLine);
+    uint8_t* to = image.pixels.data();
+    ptrdiff_t lineStart = t.start;
+    for (unsigned line = 0; line < t.lines; ++line, lineStart += t.lineStep) {
+        ptrdiff_t at = lineStart;
+        for (unsigned i = 0; i < t.valuesPerLine; ++i, at += t.valueStep)
+            *to++ = buffer[at];
+    }
+}
+
+void WriteArray(OutputWriter& out, unsigned int code, const TurnedImage& image)
 {
     out.Write("static const uint8_t char_");
     out.WriteUnsigned(code);
     out.Write("_pixels_");
-    out.WriteUnsigned(t.rotation);
+    out.WriteUnsigned(image.rotation);
     out.Write("[] = {\n");
 
-    ptrdiff_t lineStart = t.start;
-    for (unsigned line = 0; line < t.lines; ++line, lineStart += t.lineStep) {
-        ptrdiff_t at = lineStart;
+    const uint8_t* line = image.pixels.data();
+    for (unsigned y = 0; y < image.height; ++y, line += image.width) {
         // A whole line is formatted in place; only a line longer than the writer's
         // buffer goes value by value.
-        if (char* p = out.Reserve(t.valuesPerLine * OutputWriter::kHexText + 1)) {
-            for (unsigned i = 0; i < t.valuesPerLine; ++i, at += t.valueStep)
-                p = OutputWriter::PutHex(p, pixels[at]);
+        if (char* p = out.Reserve(image.width * OutputWriter::kHexText + 1)) {
+            for (unsigned x = 0; x < image.width; ++x)
+                p = OutputWriter::PutHex(p, line[x]);
             *p++ = '\n';
             out.Commit(p);
         } else {
-            for (unsigned i = 0; i < t.valuesPerLine; ++i, at += t.valueStep)
-                out.WriteHexByte(pixels[at]);
+            for (unsigned x = 0; x < image.width; ++x)
+                out.WriteHexByte(line[x]);
             out.WriteChar('\n');
         }
     }
@@ -45,23 +59,30 @@ void WriteArray(OutputWriter& out, unsigned int code, const unsigned char* pixel
 
 } // namespace
 
-void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap)
+void TurnGlyph(const FT_Bitmap& bitmap, TurnedImages& images)
 {
-    // The turned images are read straight from the glyph's buffer; nothing is copied.
     const ptrdiff_t rows = bitmap.rows;
     const ptrdiff_t width = bitmap.width;
     const ptrdiff_t pitch = bitmap.pitch;
     const ptrdiff_t lastRow = (rows - 1) * pitch;
     const Traversal traversals[] = {
         // As rendered: rows top-down, each left to right.
-        {0, 0, bitmap.rows, bitmap.width, 1, pitch},
+        {0, bitmap.rows, bitmap.width, 1, pitch},
         // Quarter turn anticlockwise: columns right to left, each top-down.
-        {90, width - 1, bitmap.width, bitmap.rows, pitch, -1},
+        {width - 1, bitmap.width, bitmap.rows, pitch, -1},
         // Half turn: rows bottom-up, each right to left.
-        {180, lastRow + width - 1, bitmap.rows, bitmap.width, -1, -pitch},
+        {lastRow + width - 1, bitmap.rows, bitmap.width, -1, -pitch},
         // Quarter turn clockwise: columns left to right, each bottom-up.
-        {270, lastRow, bitmap.width, bitmap.rows, -pitch, 1},
+        {lastRow, bitmap.width, bitmap.rows, -pitch, 1},
     };
-    for (const Traversal& t : traversals)
-        WriteArray(out, code, bitmap.buffer, t);
+    for (size_t i = 0; i < images.size(); ++i) {
+        images[i].rotation = kRotations[i];
+        Turn(bitmap.buffer, traversals[i], images[i]);
+    }
+}
+
+void WritePixelArrays(OutputWriter& out, unsigned int code, const TurnedImages& images)
+{
+    for (const TurnedImage& image : images)
+        WriteArray(out, code, image);
 }

@@ -5,8 +5,27 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
-// Writes the glyph's 8-bit coverage four times, as char_C_pixels_0, _90, _180 and _270:
-// as rendered, a quarter turn anticlockwise, a half turn and a quarter turn clockwise.
-// One text line per row of the turned image, each value as "0xAB, ".
-// `bitmap` must have a buffer, one byte per pixel and a positive pitch.
-void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap);
+#include <array>
+#include <cstdint>
+#include <vector>
+
+// One turn of a glyph's 8-bit coverage, row by row from the top, as its pixel array holds it.
+struct TurnedImage
+{
+    unsigned rotation = 0;
+    unsigned width = 0;  // values per line
+    unsigned height = 0; // lines
+    std::vector<uint8_t> pixels;
+};
+
+// The glyph as rendered, a quarter turn anticlockwise, a half turn and a quarter turn
+// clockwise: the images of rotations 0, 90, 180 and 270.
+using TurnedImages = std::array<TurnedImage, 4>;
+
+// Turns the glyph into `images`, reusing their storage. `bitmap` must have a buffer, one
+// byte per pixel and a positive pitch; bytes past `width` in a row are never read.
+void TurnGlyph(const FT_Bitmap& bitmap, TurnedImages& images);
+
+// Writes the four images as char_C_pixels_0, _90, _180 and _270: one text line per
+// line of the image, each value as "0xAB, ".
+void WritePixelArrays(OutputWriter& out, unsigned int code, const TurnedImages& images);

@@ -24,6 +24,8 @@ bool IsOutOfProportion(FT_GlyphSlot slot, const FT_Size_Metrics& size)
     return slot->metrics.width > limit || slot->metrics.height > limit;
 }
 
+// The wrapper's char codes name FreeType characters by sign extension: 0x80..0xFF become
+// codes with every higher bit set, which name no character.
 FT_ULong SignExtended(char c)
 {
     return static_cast<FT_ULong>(static_cast<long>(static_cast<signed char>(c)));
@@ -43,10 +45,11 @@ FTFont::~FTFont()
     FT_Done_FreeType(library);
 }
 
-void FTFont::LoadFace(const char* path)
+void FTFont::LoadFace(const char* path, long faceIndex)
 {
     FT_Face opened = nullptr;
-    if (FT_New_Face(library, path, 0, &opened) != 0)
+    // A negative index would only ask FreeType how many faces the file has.
+    if (faceIndex < 0 || FT_New_Face(library, path, faceIndex, &opened) != 0)
         throw FTException("cannot load font file");
     UnloadFace();
     face = opened;
@@ -98,10 +101,15 @@ void FTFont::RenderGlyph(uint32_t code, FTGlyph& out)
 
 void FTFont::GetKerning(char left, char right, FT_Vector& out) const
 {
+    GetCharKerning(SignExtended(left), SignExtended(right), out);
+}
+
+void FTFont::GetCharKerning(FT_ULong left, FT_ULong right, FT_Vector& out) const
+{
     out.x = 0;
     out.y = 0;
-    FT_UInt leftIndex = FT_Get_Char_Index(face, SignExtended(left));
-    FT_UInt rightIndex = FT_Get_Char_Index(face, SignExtended(right));
+    FT_UInt leftIndex = FT_Get_Char_Index(face, left);
+    FT_UInt rightIndex = FT_Get_Char_Index(face, right);
     FT_Get_Kerning(face, leftIndex, rightIndex, FT_KERNING_DEFAULT, &out);
     out.x >>= 6;
     out.y >>= 6;

@@ -29,8 +29,9 @@ public:
     FTFont(const FTFont&) = delete;
     FTFont& operator=(const FTFont&) = delete;
 
-    // Opens face 0 of the file; on failure the earlier face stays current.
-    void LoadFace(const char* path);
+    // Opens face `faceIndex` of the file (of a collection; plain fonts have only face 0).
+    // On failure the earlier face stays current.
+    void LoadFace(const char* path, long faceIndex = 0);
     void UnloadFace();
     bool HasFace() const { return face != nullptr; }
     FT_Face Face() const { return face; }
@@ -48,6 +49,8 @@ public:
     // Kerning of `left` followed by `right` in whole pixels. Both are widened with
     // sign extension, so only 7-bit characters name real glyphs.
     void GetKerning(char left, char right, FT_Vector& out) const;
+    // The same for two Unicode characters, looked up as they are.
+    void GetCharKerning(FT_ULong left, FT_ULong right, FT_Vector& out) const;
 
 private:
     FT_Library library = nullptr;

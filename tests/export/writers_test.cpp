@@ -97,7 +97,9 @@ TEST(WritersTest, WorkedExampleOfACharacterSection)
     EXPECT_EQ(Captured([&](OutputWriter& out) {
                   out.Write("#include <my_font.h>\n\n");
                   WriteKerningTables(out, 65, {{86, -1}});
-                  WritePixelArrays(out, 65, bitmap);
+                  TurnedImages images;
+                  TurnGlyph(bitmap, images);
+                  WritePixelArrays(out, 65, images);
                   WriteCharRecords(out, 65, glyph, true);
               }),
               expected);
@@ -108,7 +110,9 @@ TEST(WritersTest, EmptyWidthBitmap)
 {
     std::vector<unsigned char> pixels(8, 0xAB);
     const FT_Bitmap bitmap = GreyBitmap(0, 2, pixels);
-    EXPECT_EQ(Captured([&](OutputWriter& out) { WritePixelArrays(out, 65, bitmap); }),
+    TurnedImages images;
+    TurnGlyph(bitmap, images);
+    EXPECT_EQ(Captured([&](OutputWriter& out) { WritePixelArrays(out, 65, images); }),
               "static const uint8_t char_65_pixels_0[] = {\n\n\n};\n\n"
               "static const uint8_t char_65_pixels_90[] = {\n};\n\n"
               "static const uint8_t char_65_pixels_180[] = {\n\n\n};\n\n"
@@ -151,7 +155,7 @@ TEST(WritersTest, FontRecords)
                     Repeated(169, "nullptr,\n") + "}\n};\n";
     }
     auto records = [](LineMetrics metrics, const CharTable& written) {
-        return Captured([&](OutputWriter& out) { WriteFontRecords(out, "my_font", metrics, written); });
+        return Captured([&](OutputWriter& out) { WriteFontRecords(out, "my_font", ToRecordMetrics(metrics), written); });
     };
     EXPECT_EQ(records({1216, 960, -288}, table), expected);
     EXPECT_NE(records({1215, 1023, -63}, {}).find(".height = 18,\n.ascender = 15,\n.descender = 0,\n"),

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "export/font_records.h"
+#include "export/kerning_pair.h"
+#include "export/pixel_arrays.h"
+#include "raster/ft_font.h"
+
+#include <cstdint>
+#include <vector>
+
+// One character as the source file gets it: the values of its records, its kerning
+// tables and its pixel arrays. Valid only during the call that hands it over.
+struct WrittenCharacter
+{
+    uint32_t code;        // the listed code, which names its identifiers
+    char32_t character;   // the Unicode character rendered for it
+    const FTGlyph& glyph; // w = bitmap->width, h = bitmap->rows, xoff, yoff, xadvance
+    const std::vector<KerningPair>& kerning;
+    const TurnedImages* pixels; // null when the glyph has no pixels
+};
+
+// Follows an export as it is written, for reports and pictures of what was written.
+class ExportListener
+{
+public:
+    virtual ~ExportListener() = default;
+    // Before the character is rendered: a failure from here on concerns it.
+    virtual void CharacterStarted(uint32_t code, char32_t character) { (void)code, (void)character; }
+    virtual void CharacterWritten(const WrittenCharacter& written) { (void)written; }
+    // The values of the four font records, after the last character.
+    virtual void FontRecordsWritten(const FontRecordMetrics& metrics) { (void)metrics; }
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+class Codepage;
+class ExportListener;
+
+// Where the kerning tables come from.
+enum class KerningMode
+{
+    Legacy, // FreeType's kerning lookup: the font's legacy 'kern' table
+    Gpos,   // the OpenType 'kern' feature, as HarfBuzz shapes each pair
+    Auto,   // Gpos when the font's GPOS table has a 'kern' feature, otherwise Legacy
+};
+
+// Export choices beyond the desktop program's. The defaults give its output byte for byte.
+struct ExportOptions
+{
+    KerningMode kerning = KerningMode::Legacy;
+    // The 8-bit codepage the listed codes are bytes of; null: every code is its own
+    // Unicode character. Every listed code must have a character in it.
+    const Codepage* codepage = nullptr;
+    // Told about every character as it is written; null: nobody listens.
+    ExportListener* listener = nullptr;
+};

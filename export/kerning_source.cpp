@@ -1,0 +1,34 @@
+#include "export/kerning_source.h"
+
+#include "export/kerning_pairs.h"
+
+namespace {
+
+// FreeType's kerning lookup, asked afresh for every character.
+class LegacyKerning : public KerningSource
+{
+public:
+    LegacyKerning(FTFont& font, const CharCodeList& codes, const Codepage* codepage)
+        : font(font), codes(codes), codepage(codepage)
+    {
+    }
+
+    std::vector<KerningPair> PairsOf(uint32_t code) override
+    {
+        return codepage ? CollectKerningPairs(font, codes, code, *codepage)
+                        : CollectKerningPairs(&font, &codes, code);
+    }
+
+private:
+    FTFont& font;
+    const CharCodeList& codes;
+    const Codepage* codepage;
+};
+
+} // namespace
+
+std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const CharCodeList& codes,
+                                                 const ExportOptions& options)
+{
+    return std::make_unique<LegacyKerning>(font, codes, options.codepage);
+}

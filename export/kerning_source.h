@@ -1,0 +1,24 @@
+#pragma once
+
+#include "charset/char_code_list.h"
+#include "export/export_options.h"
+#include "export/kerning_pair.h"
+#include "raster/ft_font.h"
+
+#include <memory>
+#include <vector>
+
+// The kerning pairs of each exported character, from the source the options choose.
+class KerningSource
+{
+public:
+    virtual ~KerningSource() = default;
+    // The pairs of `code` with every listed code as the character before it, in list
+    // order, zero kerning left out; each delta clamped to -128..127.
+    virtual std::vector<KerningPair> PairsOf(uint32_t code) = 0;
+};
+
+// `codes` is the list as exported (each code once); both it and `font` must outlive the
+// source, and the face must be set to the export size.
+std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const CharCodeList& codes,
+                                                 const ExportOptions& options);
