@@ -11,7 +11,7 @@
 
 extern char** environ;
 
-ProgramResult RunProgram(const std::vector<std::string>& args, const std::string& workDir)
+ProgramResult RunProgram(const std::vector<std::string>& args)
 {
     std::vector<char*> argv;
     for (const std::string& arg : args)
@@ -26,14 +26,11 @@ ProgramResult RunProgram(const std::vector<std::string>& args, const std::string
 
     // Files rather than pipes: nothing to drain while the program runs.
     TempDir capture;
-    const std::string outPath = (capture.Path() / "out").string();
-    const std::string errPath = (capture.Path() / "err").string();
+    const std::string outPath = (capture.Path() / "out").string(), errPath = (capture.Path() / "err").string();
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 1, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    if (!workDir.empty())
-        posix_spawn_file_actions_addchdir_np(&actions, workDir.c_str());
     pid_t pid = 0;
     const int failed = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
     posix_spawn_file_actions_destroy(&actions);
@@ -44,10 +41,10 @@ ProgramResult RunProgram(const std::vector<std::string>& args, const std::string
     return {WIFEXITED(wstatus) ? WEXITSTATUS(wstatus) : -1, ReadFile(outPath), ReadFile(errPath)};
 }
 
-ProgramResult RunExporter(std::vector<std::string> args, const std::string& workDir)
+ProgramResult RunExporter(std::vector<std::string> args)
 {
     args.insert(args.begin(), VELTRANE_EXPORT_PROGRAM);
-    return RunProgram(args, workDir);
+    return RunProgram(args);
 }
 
 std::set<std::string> FileNames(const std::filesystem::path& dir)

@@ -12,13 +12,12 @@ struct ProgramResult {
     std::string err; // standard error
 };
 
-// Runs args[0] (found on PATH when it has no "/") with the other arguments, in `workDir`
-// when it is given, with DISPLAY and WAYLAND_DISPLAY removed from the environment as on
-// a build server, and waits for it.
-ProgramResult RunProgram(const std::vector<std::string>& args, const std::string& workDir = {});
+// Runs args[0] (found on PATH when it has no "/") with the other arguments and waits for it,
+// without DISPLAY and WAYLAND_DISPLAY, as on a build server.
+ProgramResult RunProgram(const std::vector<std::string>& args);
 
 // The same for veltrane-fontgen-export with `args`.
-ProgramResult RunExporter(std::vector<std::string> args, const std::string& workDir = {});
+ProgramResult RunExporter(std::vector<std::string> args);
 
-// The regular files, links and directories in `dir`, without descending.
+// The names in `dir`, without descending.
 std::set<std::string> FileNames(const std::filesystem::path& dir);
