@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 class Codepage;
 class ExportListener;
 
@@ -18,6 +20,6 @@ struct ExportOptions
     // The 8-bit codepage the listed codes are bytes of; null: every code is its own
     // Unicode character. Every listed code must have a character in it.
     const Codepage* codepage = nullptr;
-    // Told about every character as it is written; null: nobody listens.
-    ExportListener* listener = nullptr;
+    // Told, in this order, about every character as it is written.
+    std::vector<ExportListener*> listeners;
 };

@@ -37,22 +37,21 @@ char32_t CharacterFor(uint32_t code, const ExportOptions& options)
 void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const CharCodeList& codes,
                      const ExportOptions& options)
 {
-    ExportListener* listener = options.listener;
     out.Write("#include <");
     out.Write(baseName);
     out.Write(".h>\n\n");
 
     const CharCodeList unique = WithoutRepeats(codes);
     const std::unique_ptr<KerningSource> kerning = MakeKerningSource(font, unique, options);
-    CharTable written{};
+    CharTable table{};
     TurnedImages images;
     for (uint32_t code : unique) {
         const char32_t character = CharacterFor(code, options);
-        if (listener)
+        for (ExportListener* listener : options.listeners)
             listener->CharacterStarted(code, character);
         FTGlyph glyph;
         font.RenderGlyph(character, glyph);
-        written[code] = true;
+        table[code] = true;
 
         // Everything of this character is written before the next render replaces
         // the glyph slot's bitmap.
@@ -65,12 +64,13 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
             WritePixelArrays(out, code, images);
         }
         WriteCharRecords(out, code, glyph, !pairs.empty());
-        if (listener)
-            listener->CharacterWritten({code, character, glyph, pairs, hasPixels ? &images : nullptr});
+        const WrittenCharacter written{code, character, glyph, pairs, hasPixels ? &images : nullptr};
+        for (ExportListener* listener : options.listeners)
+            listener->CharacterWritten(written);
     }
 
     const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(font.Face()));
-    WriteFontRecords(out, baseName, metrics, written);
-    if (listener)
+    WriteFontRecords(out, baseName, metrics, table);
+    for (ExportListener* listener : options.listeners)
         listener->FontRecordsWritten(metrics);
 }
