@@ -11,16 +11,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <string>
 #include <thread>
 
 namespace guitest {
 
 GuiMain* MainWindow()
 {
-    if (wxTheApp == nullptr)
-        return nullptr;
-    return dynamic_cast<GuiMain*>(wxTheApp->GetTopWindow());
+    return wxTheApp ? dynamic_cast<GuiMain*>(wxTheApp->GetTopWindow()) : nullptr;
 }
 
 void ProcessEvents()
@@ -43,39 +40,10 @@ bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds d
     return true;
 }
 
-namespace {
-
-void TypeIntoFileDialog(wxFileDialog& dialog, const wxString& path, bool accept)
-{
-    // GTK titles the dialog with its message.
-    if (!FocusWindow(dialog.GetMessage())) {
-        ADD_FAILURE() << "the file dialog did not get the keyboard focus";
-        return;
-    }
-    wxUIActionSimulator keys;
-    keys.Char('l', wxMOD_CONTROL); // open the location field (open dialogs)
-    keys.Char('a', wxMOD_CONTROL); // replace whatever the field holds
-    keys.Text(path.utf8_str());
-    // The field's completion popup may swallow the key: press it until the dialog closes.
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    do {
-        keys.Char(accept ? WXK_RETURN : WXK_ESCAPE);
-        if (WaitFor([&] { return !dialog.IsShown(); }, std::chrono::milliseconds(250)))
-            return;
-    } while (std::chrono::steady_clock::now() < deadline);
-    ADD_FAILURE() << "the file dialog did not close after " << path;
-    keys.Char(WXK_ESCAPE);
-    keys.Char(WXK_ESCAPE);
-}
-
-} // namespace
-
 bool FocusWindow(const wxString& title)
 {
-    // xdotool finds the shown window by its whole name and waits until it has the focus;
-    // between tries the toolkit may still have to map the window.
-    const std::string command = "timeout 5 xdotool search --onlyvisible --name '^" +
-                                std::string(title.utf8_str()) +
+    // xdotool waits until the window has the focus; the toolkit may still have to map it.
+    const std::string command = "timeout 5 xdotool search --onlyvisible --name '^" + std::string(title.utf8_str()) +
                                 "$' windowfocus --sync >/dev/null 2>&1";
     return WaitFor([&] { return std::system(command.c_str()) == 0; });
 }
@@ -85,28 +53,39 @@ void TypeInto(wxTextCtrl& field, const wxString& text)
     ASSERT_TRUE(FocusWindow(wxGetTopLevelParent(&field)->GetLabel()));
     field.SetFocus();
     ASSERT_TRUE(WaitFor([&] { return wxWindow::FindFocus() == &field; }));
-    // Emptied first, so that waiting for the typed text also works when it is the old one.
     field.SelectAll();
     wxUIActionSimulator keys;
     keys.Char(WXK_DELETE);
     ASSERT_TRUE(WaitFor([&] { return field.IsEmpty(); }));
     keys.Text(text.utf8_str());
-    ASSERT_TRUE(WaitFor([&] { return field.GetValue() == text; }))
-        << "typed text did not arrive: " << field.GetValue();
+    ASSERT_TRUE(WaitFor([&] { return field.GetValue() == text; })) << "typed text did not arrive: " << field.GetValue();
 }
 
 std::function<int(wxDialog&)> ChooseFile(const wxString& path, bool accept)
 {
     return [path, accept](wxDialog& dialog) {
         auto& chooser = static_cast<wxFileDialog&>(dialog);
-        // GTK's dialog reports the folder it shows as the chosen directory.
         chooser.SetDirectory(wxPathOnly(path));
         auto typed = std::make_shared<bool>(false);
         chooser.Bind(wxEVT_SHOW, [&chooser, path, accept, typed](wxShowEvent& event) {
             event.Skip();
-            if (event.IsShown() && !*typed)
-                chooser.CallAfter([&chooser, path, accept] { TypeIntoFileDialog(chooser, path, accept); });
+            if (!event.IsShown() || *typed)
+                return;
             *typed = true;
+            chooser.CallAfter([&chooser, path, accept] {
+                // GTK titles the dialog with its message.
+                ASSERT_TRUE(FocusWindow(chooser.GetMessage())) << "the file dialog got no focus";
+                wxUIActionSimulator keys;
+                keys.Char('l', wxMOD_CONTROL); // the location field
+                keys.Char('a', wxMOD_CONTROL);
+                keys.Text(path.utf8_str());
+                // The field's completion popup may swallow the key: press it until the dialog closes.
+                for (int tries = 0; tries < 20 && chooser.IsShown(); ++tries) {
+                    keys.Char(accept ? WXK_RETURN : WXK_ESCAPE);
+                    WaitFor([&] { return !chooser.IsShown(); }, std::chrono::milliseconds(250));
+                }
+                EXPECT_FALSE(chooser.IsShown()) << "the file dialog did not close after " << path;
+            });
         });
         return int(wxID_NONE);
     };
@@ -118,10 +97,7 @@ int DialogCatcher::Enter(wxDialog* dialog)
 {
     if (std::find(shown.begin(), shown.end(), dialog) != shown.end())
         return wxID_NONE;
-    Seen entry;
-    entry.className = dialog->GetClassInfo()->GetClassName();
-    entry.title = dialog->GetTitle();
-    entry.style = dialog->GetWindowStyle();
+    Seen entry{dialog->GetClassInfo()->GetClassName(), dialog->GetTitle(), {}, {}, dialog->GetWindowStyle()};
     if (auto* chooser = dynamic_cast<wxFileDialogBase*>(dialog)) {
         entry.message = chooser->GetMessage();
         entry.wildcard = chooser->GetWildcard();

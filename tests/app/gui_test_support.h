@@ -1,8 +1,6 @@
 #pragma once
-
-// In-process GUI tests: gui_test_main.cpp starts the real GuiApplication (its OnInit
-// builds and shows the main window) inside its own X server, one process per test, so
-// every test starts from a fresh window.
+// In-process GUI tests: gui_test_main.cpp starts the real GuiApplication inside an X server
+// of its own, one process per test, so every test starts from a fresh window.
 
 #include "app/gui_main.h"
 
@@ -19,25 +17,16 @@ namespace guitest {
 
 // The main window opened by start-up; null once it is gone.
 GuiMain* MainWindow();
-
-// Dispatches every pending event (paints, idle work, delayed deletes), then returns.
+// Dispatches every pending event (paints, idle work, delayed deletes).
 void ProcessEvents();
-
 // Pumps events until `condition` holds or the deadline passes; returns the condition.
-bool WaitFor(const std::function<bool()>& condition,
-             std::chrono::milliseconds deadline = std::chrono::seconds(5));
-
-// Gives the keyboard focus to the shown top-level window with this title, as a click
-// on it would; wxUIActionSimulator's keys then reach it. False when no such window shows.
+bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds deadline = std::chrono::seconds(5));
+// Gives the keyboard focus to the shown top-level window with this title, as a click would.
 bool FocusWindow(const wxString& title);
-
-// Replaces the field's text by typing, as a user who empties it and types; fails the
-// test when the text does not arrive.
+// Replaces the field's text by typing, as a user who empties it and types.
 void TypeInto(wxTextCtrl& field, const wxString& text);
-
-// An answer for DialogCatcher that types `path` into the real GTK file dialog's location
-// field, then presses Enter (accept) or Escape until the dialog closes. The program then
-// reads the choice with GetPath as usual; GTK leaves it empty for a dialog never shown.
+// A DialogCatcher answer that types `path` into the real GTK file dialog, then presses Enter
+// (accept) or Escape; the program reads the choice with GetPath as usual.
 std::function<int(wxDialog&)> ChooseFile(const wxString& path, bool accept = true);
 
 } // namespace guitest
@@ -47,7 +36,6 @@ class GuiMainProbe
 {
 public:
     explicit GuiMainProbe(GuiMain& window) : w(window) {}
-
     FTFont* Font() const { return w.m_font; }
     wxButton* ExportButton() const { return w.m_exportButton; }
     wxTextCtrl* HeightCtrl() const { return w.m_heightCtrl; }
@@ -59,19 +47,15 @@ private:
     GuiMain& w;
 };
 
-// While it exists, every modal dialog (message boxes, file dialogs) is recorded and
-// ShowModal returns what `answer` gives, without showing the dialog. An answer of
-// wxID_NONE shows the dialog after all (see guitest::ChooseFile).
+// While it exists, every modal dialog is recorded and ShowModal returns what `answer` gives,
+// without showing the dialog; an answer of wxID_NONE shows it after all (see ChooseFile).
 class DialogCatcher : public wxModalDialogHook
 {
 public:
     struct Seen
     {
-        wxString className; // "wxMessageDialog", "wxFileDialog"
-        wxString title;
-        wxString message;   // message boxes and file dialogs
-        wxString wildcard;  // file dialogs only
-        long style = 0;     // wxMessageDialog: GetMessageDialogStyle(); others: GetWindowStyle()
+        wxString className, title, message, wildcard;
+        long style = 0; // message boxes: GetMessageDialogStyle(); others: GetWindowStyle()
     };
 
     DialogCatcher() { Register(); }

@@ -1,9 +1,9 @@
-// The Export button in the real window: fields typed, the button clicked and the save
-// dialog answered as a user would, then the files on disk and the message boxes checked.
+// The Export button in the real window: fields typed, the button clicked and the save dialog
+// answered as a user would, then the files on disk and the message boxes checked.
 #include "gui_test_support.h"
 
 #include "export/export_font.h"
-#include "export_test_support.h"
+#include "export/export_test_support.h"
 
 #include <gtest/gtest.h>
 #include <wx/button.h>
@@ -25,32 +25,26 @@ GuiMainProbe Probe()
 void EnterCharacters(const wxString& text, const CharCodeList& expected)
 {
     guitest::TypeInto(*Probe().CharsCtrl(), text);
-    wxUIActionSimulator keys;
-    keys.Char(WXK_RETURN);
-    ASSERT_TRUE(guitest::WaitFor([&] { return Probe().CharCodes() == expected; }))
-        << "Enter did not set the list";
+    wxUIActionSimulator().Char(WXK_RETURN);
+    ASSERT_TRUE(guitest::WaitFor([&] { return Probe().CharCodes() == expected; })) << "Enter did not set the list";
 }
 
-// Clicks the Export button with the mouse. The click's handler, with every dialog it
-// opens, has run to its end once a dialog has been recorded and control is back here.
-void PressExport(const DialogCatcher& dialogs)
+// Clicks Export with the mouse, answers the save dialog by typing `path` into it (message
+// boxes get OK) and returns every dialog the click opened.
+std::vector<DialogCatcher::Seen> PressExport(const fs::path& path, bool accept = true)
 {
+    DialogCatcher dialogs;
+    auto chooseFile = guitest::ChooseFile(path.string(), accept);
+    dialogs.answer = [chooseFile](wxDialog& dialog) {
+        return dynamic_cast<wxFileDialog*>(&dialog) != nullptr ? chooseFile(dialog) : int(wxID_OK);
+    };
     wxButton* button = Probe().ExportButton();
     wxUIActionSimulator mouse;
     mouse.MouseMove(button->GetScreenRect().GetPosition() + button->GetSize() / 2);
     mouse.MouseClick();
-    ASSERT_TRUE(guitest::WaitFor([&] { return !dialogs.seen.empty(); }, std::chrono::seconds(30)))
-        << "the click opened no dialog";
+    EXPECT_TRUE(guitest::WaitFor([&] { return !dialogs.seen.empty(); }, std::chrono::seconds(30))) << "no dialog";
     guitest::ProcessEvents();
-}
-
-// Answers the save dialog by typing `path` into it; message boxes get OK.
-std::function<int(wxDialog&)> SaveAs(const fs::path& path, bool accept = true)
-{
-    auto chooseFile = guitest::ChooseFile(path.string(), accept);
-    return [chooseFile](wxDialog& dialog) {
-        return dynamic_cast<wxFileDialog*>(&dialog) != nullptr ? chooseFile(dialog) : int(wxID_OK);
-    };
+    return dialogs.seen;
 }
 
 void ExpectSaveDialog(const DialogCatcher::Seen& seen)
@@ -61,55 +55,43 @@ void ExpectSaveDialog(const DialogCatcher::Seen& seen)
     EXPECT_EQ(seen.style & (wxFD_SAVE | wxFD_OVERWRITE_PROMPT), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
 }
 
-void ExpectOneErrorBox(const std::vector<DialogCatcher::Seen>& seen, const wxString& message)
+void ExpectErrorBox(const DialogCatcher::Seen& seen, const wxString& message)
 {
-    ASSERT_EQ(seen.size(), 1u);
-    EXPECT_EQ(seen[0].className, "wxMessageDialog");
-    EXPECT_EQ(seen[0].title, "Error");
-    EXPECT_EQ(seen[0].message, message);
-    EXPECT_EQ(seen[0].style, wxOK | wxICON_ERROR);
+    EXPECT_EQ(std::vector<wxString>({seen.className, seen.title, seen.message}),
+              std::vector<wxString>({"wxMessageDialog", "Error", message}));
+    EXPECT_EQ(seen.style, wxOK | wxICON_ERROR);
 }
 
-// A cancelled save dialog writes nothing; the same export saved equals the writer's own
-// output for the same inputs.
+// A cancelled save dialog writes nothing and says nothing; saved, the files equal the
+// writer's own for the same inputs.
 TEST(ExportCommandTest, CancelWritesNothingSaveWritesWhatTheWriterWrites)
 {
-    TempDir dir;
-    Probe().Font()->LoadFace(kDejaVuSans);
+    TempDir dir, expected;
+    Probe().Font()->LoadFace(kDejaVuSans.c_str());
     guitest::TypeInto(*Probe().HeightCtrl(), "24");
-    const CharCodeList codes = {65, 66, 67, 68, 69, 70, 97};
+    CharCodeList codes = {65, 66, 67, 68, 69, 70, 97};
     EnterCharacters("65-70, 97", codes);
 
-    { // one catcher at a time: every registered one would answer the dialog
-        DialogCatcher cancelled;
-        cancelled.answer = SaveAs(dir.Path() / "Font.cpp", false);
-        PressExport(cancelled);
-        ASSERT_EQ(cancelled.seen.size(), 1u) << "no message after a cancel";
-        ExpectSaveDialog(cancelled.seen[0]);
-        EXPECT_TRUE(fs::is_empty(dir.Path()));
-    }
-    DialogCatcher saved;
-    saved.answer = SaveAs(dir.Path() / "Font.cpp");
-    PressExport(saved);
-    ASSERT_EQ(saved.seen.size(), 1u) << "a successful export shows no message";
-    ExpectSaveDialog(saved.seen[0]);
+    const auto cancelled = PressExport(dir.Path() / "Font.cpp", false);
+    ASSERT_EQ(cancelled.size(), 1u);
+    ExpectSaveDialog(cancelled[0]);
+    EXPECT_TRUE(fs::is_empty(dir.Path()));
+    const auto saved = PressExport(dir.Path() / "Font.cpp");
+    ASSERT_EQ(saved.size(), 1u) << "a successful export shows no message";
 
-    TempDir expected;
     FTFont font;
-    font.LoadFace(kDejaVuSans);
+    font.LoadFace(kDejaVuSans.c_str());
     std::string baseName = "Font";
-    CharCodeList expectedCodes = codes;
-    ASSERT_TRUE(ExportFont(&font, baseName, expected.Prefix(), 24, &expectedCodes));
-    EXPECT_EQ(ReadFile(dir.Path() / "Font.cpp"), ReadFile(expected.Path() / "Font.cpp"));
-    EXPECT_EQ(ReadFile(dir.Path() / "Font.h"), ReadFile(expected.Path() / "Font.h"));
+    ASSERT_TRUE(ExportFont(&font, baseName, expected.Prefix(), 24, &codes));
+    for (const char* file : {"Font.cpp", "Font.h"})
+        EXPECT_TRUE(ReadFile(dir.Path() / file) == ReadFile(expected.Path() / file)) << file;
 }
 
-// Faults the user can fix are named before the save dialog would ask for a name in vain.
-// Should the dialog open anyway, it is answered, so that a wrongly written file shows.
+// Faults the user can fix are named before the save dialog would ask for a name in vain;
+// should it open anyway, it is answered, so that a wrongly written file shows.
 TEST(ExportCommandTest, FaultsAreNamedBeforeTheSaveDialog)
 {
-    const struct
-    {
+    const struct {
         const char* height;
         const char* chars;
         CharCodeList codes;
@@ -126,12 +108,11 @@ TEST(ExportCommandTest, FaultsAreNamedBeforeTheSaveDialog)
         SCOPED_TRACE(row.message);
         guitest::TypeInto(*Probe().HeightCtrl(), row.height);
         EnterCharacters(row.chars, row.codes);
-        DialogCatcher dialogs;
-        dialogs.answer = SaveAs(dir.Path() / "Font.cpp");
-        PressExport(dialogs);
-        ExpectOneErrorBox(dialogs.seen, row.message);
+        const auto seen = PressExport(dir.Path() / "Font.cpp");
+        ASSERT_EQ(seen.size(), 1u);
+        ExpectErrorBox(seen[0], row.message);
         EXPECT_TRUE(fs::is_empty(dir.Path()));
-        Probe().Font()->LoadFace(kDejaVuSans);
+        Probe().Font()->LoadFace(kDejaVuSans.c_str());
     }
 }
 
@@ -141,8 +122,7 @@ TEST(ExportCommandTest, WriterFailuresAreShownInTheErrorBox)
 {
     TempDir dir;
     fs::create_directory(dir.Path() / "My_Font.cpp");
-    const struct
-    {
+    const struct {
         std::string font;
         const char* typed;
         const char* message;
@@ -154,12 +134,10 @@ TEST(ExportCommandTest, WriterFailuresAreShownInTheErrorBox)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.message);
         Probe().Font()->LoadFace(row.font.c_str());
-        DialogCatcher dialogs;
-        dialogs.answer = SaveAs(dir.Path() / row.typed);
-        PressExport(dialogs);
-        ASSERT_EQ(dialogs.seen.size(), 2u);
-        ExpectSaveDialog(dialogs.seen[0]);
-        ExpectOneErrorBox({dialogs.seen[1]}, row.message);
+        const auto seen = PressExport(dir.Path() / row.typed);
+        ASSERT_EQ(seen.size(), 2u);
+        ExpectSaveDialog(seen[0]);
+        ExpectErrorBox(seen[1], row.message);
     }
 }
 

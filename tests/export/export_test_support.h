@@ -1,19 +1,31 @@
 #pragma once
+// Fonts, files and directories for the tests of every folder.
 
 #include <cstdint>
 #include <filesystem>
 #include <string>
 
-inline constexpr const char* kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+inline const std::string kTestFont = VELTRANE_TEST_FONT_DIR "/veltrane-test.ttf";
+inline const std::string kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+inline const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb";
 
 std::string ReadFile(const std::filesystem::path& path);
 
-// Where the table `tag` of the TrueType font `data` starts; data.size() when it has none.
-size_t FontTableOffset(const std::string& data, const char* tag);
+// The bytes of a TrueType font, to be patched and saved.
+struct FontBytes
+{
+    explicit FontBytes(const std::string& path) : bytes(ReadFile(path)) {}
+    uint32_t U16(size_t at) const { return uint32_t(uint8_t(bytes.at(at))) << 8 | uint8_t(bytes.at(at + 1)); }
+    uint32_t U32(size_t at) const { return U16(at) << 16 | U16(at + 2); }
+    void Put16(size_t at, uint16_t value) { bytes.at(at) = char(value >> 8), bytes.at(at + 1) = char(value); }
+    size_t Table(const char* tag) const; // where the table starts
+    std::string SaveAs(const std::filesystem::path& path) const;
 
-// A copy of the TrueType font `font` in `dir` whose glyph for `code` claims an impossible
-// number of contours, so that FreeType opens the face but refuses to load that glyph.
-// Returns the copy's path.
+    std::string bytes;
+};
+
+// A copy of `font` in `dir` whose glyph for `code` claims an impossible number of contours,
+// so that FreeType opens the face but refuses to load that glyph. Returns its path.
 std::string FontWithBrokenGlyph(const std::string& font, const std::filesystem::path& dir, uint32_t code);
 
 // A fresh directory under the system's temporary directory, removed with its content.
