@@ -9,19 +9,6 @@
 #include <wx/evtloop.h>
 #include <wx/init.h>
 
-namespace {
-
-// A failed toolkit assertion would open a modal dialog and hang the test; make it a
-// test failure instead.
-void FailOnAssert(const wxString& file, int line, const wxString& func, const wxString& cond,
-                  const wxString& msg)
-{
-    ADD_FAILURE_AT(file.utf8_str().data(), line)
-        << "toolkit assertion in " << func << ": " << cond << " " << msg;
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
@@ -29,18 +16,16 @@ int main(int argc, char** argv)
         return RUN_ALL_TESTS(); // listing needs no display
 
     wxApp::SetInstance(new GuiApplication);
-    if (!wxEntryStart(argc, argv)) {
-        fprintf(stderr, "cannot start the toolkit (no display?)\n");
+    if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
+        fprintf(stderr, "cannot start the application (no display?)\n");
         return 2;
     }
-    wxSetAssertHandler(FailOnAssert);
-    if (!wxTheApp->CallOnInit()) {
-        fprintf(stderr, "GuiApplication::OnInit failed\n");
-        wxEntryCleanup();
-        return 2;
-    }
-    // The tests pump the toolkit's events themselves (guitest::ProcessEvents), which
-    // needs an active event loop, as MainLoop would provide.
+    // A failed toolkit assertion would open a modal dialog and hang the test.
+    wxSetAssertHandler([](const wxString& file, int line, const wxString& func, const wxString& cond,
+                          const wxString& msg) {
+        ADD_FAILURE_AT(file.utf8_str().data(), line) << "toolkit assertion in " << func << ": " << cond << " " << msg;
+    });
+    // The tests pump the toolkit's events themselves, which needs an active event loop.
     wxGUIEventLoop loop;
     wxEventLoopActivator activateLoop(&loop);
     guitest::ProcessEvents();
