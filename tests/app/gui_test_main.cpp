@@ -16,15 +16,15 @@ int main(int argc, char** argv)
         return RUN_ALL_TESTS(); // listing needs no display
 
     wxApp::SetInstance(new GuiApplication);
-    if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
-        fprintf(stderr, "cannot start the application (no display?)\n");
-        return 2;
-    }
     // A failed toolkit assertion would open a modal dialog and hang the test.
     wxSetAssertHandler([](const wxString& file, int line, const wxString& func, const wxString& cond,
                           const wxString& msg) {
         ADD_FAILURE_AT(file.utf8_str().data(), line) << "toolkit assertion in " << func << ": " << cond << " " << msg;
     });
+    if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) {
+        fprintf(stderr, "cannot start the application (no display?)\n");
+        return 2;
+    }
     // The tests pump the toolkit's events themselves, which needs an active event loop.
     wxGUIEventLoop loop;
     wxEventLoopActivator activateLoop(&loop);
