@@ -55,7 +55,7 @@ bench-preview:
 	cmake --build $(BENCH_DIR) -j $(JOBS) --target preview_bench
 	tests/app/gui_session.sh $(BENCH_DIR)/bench/preview_bench
 
-# Rewrites tests/export/expected/ from the current exporter; review the diff.
+# Rewrites tests/cli/expected/ (exports and proof images) from the current exporter; review the diff.
 regen-expected: build
 	cmake --build $(BUILD_DIR) --target regen-expected
 

@@ -1,9 +1,11 @@
 // Export speed against its two unavoidable costs: FreeType rendering the glyphs and
-// the disk taking the bytes. Exports DejaVu Sans, codes 32-126, at 16 and 256 px
-// into a temporary directory and prints, per height, the medians of several runs.
+// the disk taking the bytes, and what a proof image adds to it (goal at 16 px: at most
+// the export's own time). Exports DejaVu Sans, codes 32-126, at 16 and 256 px into a
+// temporary directory and prints, per height, the medians of several runs.
 
 #include "charset/char_code_list.h"
 #include "export/export_font.h"
+#include "proof/proof_file.h"
 #include "raster/ft_font.h"
 
 #include <sys/resource.h>
@@ -71,9 +73,21 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
             font.RenderGlyph(code, glyph);
         }
     };
+    // The same export keeping what it writes, then its proof image with the default text.
+    WrittenFont written;
+    ExportOptions withProof;
+    withProof.listeners = {&written};
+    ProofLines lines;
+    ReadProofText(std::nullopt, codes, withProof, lines);
+    auto proofOnce = [&] {
+        std::string name = "bench_font";
+        if (!ExportFont(&font, name, dir.string() + "/", height, &codes, withProof) ||
+            WriteProofImage((dir / "proof.png").string(), written, lines, height))
+            Fail("export with proof failed");
+    };
     exportOnce(); // the output size decides the size of the block write
     const size_t bytes = fs::file_size(dir / "bench_font.cpp") + fs::file_size(dir / "bench_font.h");
-    std::vector<double> exportTimes, renderTimes, writeTimes;
+    std::vector<double> exportTimes, renderTimes, writeTimes, proofTimes;
     for (int i = 0; i < runs; ++i) {
         exportTimes.push_back(Seconds(exportOnce));
         renderTimes.push_back(Seconds(renderOnce));
@@ -88,16 +102,18 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
         if (file == nullptr || std::fwrite(block.data(), 1, bytes, file) != bytes || std::fclose(file) != 0)
             Fail("block write failed");
     };
-    // Exports and block writes take turns, so that the other load of the machine
-    // weighs on both alike.
+    // Exports, block writes and exports with a proof take turns, so that the other load
+    // of the machine weighs on all alike.
     exportTimes.clear();
     for (int i = 0; i < runs; ++i) {
         exportTimes.push_back(Seconds(exportOnce));
         writeTimes.push_back(Seconds(writeOnce));
+        proofTimes.push_back(Seconds(proofOnce));
     }
     const double exportTime = Median(exportTimes);
     const double renderTime = Median(renderTimes);
     const double writeTime = Median(writeTimes);
+    const double proofCost = Median(proofTimes) - exportTime;
 
     std::printf("height %u px, codes 32-126, %d runs (medians)\n", height, runs);
     std::printf("  output             %10.2f MB\n", bytes / 1e6);
@@ -105,6 +121,8 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
     std::printf("  FreeType render    %10.2f ms\n", renderTime * 1e3);
     std::printf("  one fwrite         %10.2f ms\n", writeTime * 1e3);
     std::printf("  export / (render + write) = %.2f\n", exportTime / (renderTime + writeTime));
+    std::printf("  proof image adds   %10.2f ms  (%.2f x the export)\n", proofCost * 1e3,
+                proofCost / exportTime);
     std::printf("  peak memory so far %10ld KiB (ru_maxrss, before the write test)\n", exportPeak);
 }
 

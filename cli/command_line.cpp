@@ -24,9 +24,11 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --codepage CP1251 --chars 32-126 --text 'Привет, мир' \\\n"
     "      NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
+    "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
+    "      DejaVuSans.ttf out/Font.cpp\n"
     "\n"
-    "Exit status: 0 when both files were written, 1 when the export failed (one message on\n"
-    "standard error), 2 when the command line could not be read.";
+    "Exit status: 0 when both files (and a --proof image) were written, 1 when the export failed\n"
+    "(one message on standard error), 2 when the command line could not be read.";
 
 // A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
 std::string CheckNamesFile(const std::string& path)
@@ -69,6 +71,17 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(0L, 65535L));
+    CLI::Option* proof =
+        app.add_option("--proof", request.proofPath,
+                       "Also writes this 8-bit greyscale PNG: the proof text drawn from the exported data as\n"
+                       "the firmware draws it, in rotations 0, 90, 180 and 270 side by side, e.g.\n"
+                       "--proof out/proof.png")
+            ->type_name("FILE.png");
+    app.add_option("--proof-text", request.proofText,
+                   "The proof's UTF-8 text, a line feed starting a new line; every character must be\n"
+                   "exported (default: the exported characters, 16 to a line)")
+        ->type_name("TEXT")
+        ->needs(proof);
     app.add_option("FONT", request.fontPath, "The font file")->required();
     app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
         ->required()

@@ -3,6 +3,7 @@
 #include "cli/code_list.h"
 #include "export/export_font.h"
 #include "export/export_settings.h"
+#include "proof/proof_file.h"
 #include "raster/ft_exception.h"
 #include "raster/ft_font.h"
 
@@ -18,6 +19,13 @@ std::optional<std::string> RunExport(const ExportRequest& request)
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
+    ProofLines proofLines;
+    WrittenFont written; // kept only for a proof
+    if (request.proofPath) {
+        if (auto message = ReadProofText(request.proofText, codes, options, proofLines))
+            return message;
+        options.listeners.push_back(&written);
+    }
     try {
         FTFont font;
         font.LoadFace(request.fontPath.c_str(), request.faceIndex);
@@ -26,5 +34,7 @@ std::optional<std::string> RunExport(const ExportRequest& request)
     } catch (const FTException& e) {
         return e.what();
     }
+    if (request.proofPath)
+        return WriteProofImage(*request.proofPath, written, proofLines, height);
     return std::nullopt;
 }

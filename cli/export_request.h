@@ -20,10 +20,16 @@ struct ExportRequest {
     std::optional<Codepage> codepage;
     long faceIndex = 0;
     KerningMode kerning = KerningMode::Legacy;
+    // Where to save a proof image of the export, and its UTF-8 text (absent: the exported
+    // characters, 16 to a line).
+    std::optional<std::string> proofPath;
+    std::optional<std::string> proofText;
 };
 
 // Runs the export with the desktop program's rules and messages. Checks in this order,
 // each before anything slower: the height text, the character codes (all must fit in
-// 8 bits and, with a codepage, stand for a character in it), opening the font, writing.
-// Returns the message of the first failure, or nothing when both files were written.
+// 8 bits and, with a codepage, stand for a character in it), the proof text (every
+// character exported), opening the font, writing, the proof image.
+// Returns the message of the first failure, or nothing when both files (and the proof
+// image, when asked for) were written.
 std::optional<std::string> RunExport(const ExportRequest& request);

@@ -3,7 +3,7 @@
 # Usage: scripts/install-deps.sh build|test|fuzz|bench|font
 set -euo pipefail
 
-build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libcli11-dev fonts-dejavu-core)
+build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libpng-dev libcli11-dev fonts-dejavu-core)
 test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb desktop-file-utils valgrind)
 fuzz_pkgs=(clang libclang-rt-14-dev)
 bench_pkgs=(libbenchmark-dev)

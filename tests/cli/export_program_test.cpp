@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 
@@ -46,22 +47,28 @@ TEST(ExportProgram, GoldenExports)
     } rows[] = {
         // Every glyph of the test font: a blank one, kerned pairs both ways and a positive
         // kerning, ink left of the pen and below the baseline, an 8-bit code whose kerning
-        // the char tables cannot reach, a code the font lacks, and a repeat.
-        {"golden_font", {"--chars", "32,65,86,84,46,106,233,66,65", "FONT"}},
-        // Cyrillic from a sample text, under its CP1251 bytes.
-        {"cp1251_font", {"--height", "12", "--codepage", "cp1251", "--text", "Привет", kNotoSans}},
+        // the char tables cannot reach, a code the font lacks, and a repeat; its proof.
+        {"golden_font",
+         {"--chars", "32,65,86,84,46,106,233,66,65", "--proof", "@golden_font.png", "--proof-text", "AVAT. Tj\nVA.é B", "FONT"}},
+        // Cyrillic from a sample text, under its CP1251 bytes; the proof shows each code once, 16 to a line.
+        {"cp1251_font", {"--height", "12", "--codepage", "cp1251", "--chars", "46,44", "--text", "Привет, мир! Съешь ещё булок",
+                         "--proof", "@cp1251_font.png", kNotoSans}},
     };
     const fs::path expected = VELTRANE_EXPECTED_DIR;
     const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         TempDir dir;
-        std::vector<std::string> args = Arguments(row.args, dir.Path());
-        args.push_back(((regenerate ? expected : dir.Path()) / (row.name + ".cpp")).string());
+        const fs::path written = regenerate ? expected : dir.Path();
+        std::vector<std::string> args = Arguments(row.args, written);
+        args.push_back((written / (row.name + ".cpp")).string());
         const ProgramResult run = RunExporter(args);
         ASSERT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.out + run.err, "");
-        for (const std::string& file : {row.name + ".cpp", row.name + ".h"}) {
+        std::vector<std::string> files = {row.name + ".cpp", row.name + ".h"};
+        if (std::find(row.args.begin(), row.args.end(), "--proof") != row.args.end())
+            files.push_back(row.name + ".png");
+        for (const std::string& file : files) {
             const std::string golden = ReadFile(expected / file);
             ASSERT_FALSE(golden.empty()) << file << " is missing; run make regen-expected";
             EXPECT_TRUE(regenerate || ReadFile(dir.Path() / file) == golden) << file << " differs from the committed file";
@@ -71,7 +78,8 @@ TEST(ExportProgram, GoldenExports)
 
 TEST(ExportProgram, Faults)
 {
-    const std::string range = "Font size must be in between 6 and 256 !\n", load = "cannot load font file\n";
+    const std::string range = "Font size must be in between 6 and 256 !\n", load = "cannot load font file\n",
+                      proofFailed = "Error writing the proof image !\n";
     const struct {
         std::vector<std::string> made; // before the run: "name/" a directory, "name@" a link to /dev/full,
                                        // "name=N" the test font's first N bytes, "name" a file holding "kept"
@@ -92,6 +100,9 @@ TEST(ExportProgram, Faults)
         {{}, {"--text", "ab\n€", "@none.ttf", "@Font.cpp"}, 1, "Character \"€\" (U+20AC) is not in ISO-8859-1 !\n"},
         {{}, {"--codepage", "koi8-u", "--text", "€", "@none.ttf", "@Font.cpp"}, 1,
          "Character \"€\" (U+20AC) is not in KOI8-U !\n"},
+        {{}, {"--chars", "65", "--proof", "@p.png", "--proof-text", "AB", "@none.ttf", "@Font.cpp"}, 1,
+         "Character \"B\" (U+0042) is not among the exported characters !\n"},
+        {{}, {"--proof", "@p.png", "--proof-text", "\xff", "@none.ttf", "@Font.cpp"}, 1, "The proof text is not valid UTF-8 !\n"},
         {{}, {"@none.ttf", "@Font.cpp"}, 1, load},
         {{"f"}, {"@f", "@Font.cpp"}, 1, load, "", {"f"}},
         {{"d/"}, {"@d", "@Font.cpp"}, 1, load, "", {"d"}},
@@ -105,6 +116,11 @@ TEST(ExportProgram, Faults)
         {{"Font.h/"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
         {{"Font.cpp@"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
         {{"Font.h@"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
+        {{"p.png@"}, {"--chars", "65", "--proof", "@p.png", "FONT", "@Font.cpp"}, 1, proofFailed, "", {"Font.cpp", "Font.h", "p.png"}},
+        {{}, {"--proof", "@gone/p.png", "FONT", "@Font.cpp"}, 1, proofFailed, "", {"Font.cpp", "Font.h"}},
+        {{}, {"--height", "256", "--chars", "65", "--proof", "@p.png", "--proof-text", std::string(40, '\n'), "FONT", "@Font.cpp"},
+         1, "The proof image would be 25776 x 11992 pixels, too large (at most 1000000 a side and 268435456 in all) !\n",
+         "", {"Font.cpp", "Font.h"}},
         // Usage errors.
         {{}, {}, 2, "Usage:"},
         {{}, {"FONT", "@Font.cpp", "extra"}, 2, "Usage:"},
@@ -113,9 +129,12 @@ TEST(ExportProgram, Faults)
         {{}, {"--codepage", "UTF-8", "FONT", "@Font.cpp"}, 2, "codepage \"UTF-8\" is not an 8-bit encoding"},
         {{}, {"--codepage", "no-such", "FONT", "@Font.cpp"}, 2, "unknown codepage \"no-such\""},
         {{}, {"--face", "-1", "FONT", "@Font.cpp"}, 2, "--face"},
+        {{}, {"--proof-text", "A", "FONT", "@Font.cpp"}, 2, "--proof-text requires --proof"},
         // Successes: the files named as the save dialog would; help and version on standard output.
         {{"sub/"}, {"--chars", "65", "FONT", "@sub/My Font-2.cpp"}, 0, "", "", {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", "FONT", "@Font.CPP"}, 0, "", "", {"Font.cpp", "Font.h"}},
+        {{}, {"--codepage", "CP1251", "--text", "Пр", "--proof", "@p.png", "--proof-text", "р\nП", "FONT", "@Font.cpp"},
+         0, "", "", {"Font.cpp", "Font.h", "p.png"}},
         {{}, {"--help"}, 0, "", "--codepage NAME"},
         {{}, {"--version"}, 0, "", "Veltrane Bitmap Font Generator v1.00\n"},
     };

@@ -1,0 +1,18 @@
+#include "proof/proof_file.h"
+
+#include "proof/grey_png.h"
+#include "proof/proof_picture.h"
+
+std::optional<std::string> WriteProofImage(const std::string& path, const WrittenFont& font,
+                                           const ProofLines& lines, unsigned exportHeight)
+{
+    const ProofLayout layout = LayOutProof(font, lines, exportHeight);
+    const int64_t width = layout.PictureWidth(), height = layout.PictureHeight();
+    if (width > kProofMaxSide || height > kProofMaxSide || width * height > kProofMaxPixels)
+        return "The proof image would be " + std::to_string(width) + " x " + std::to_string(height) +
+               " pixels, too large (at most " + std::to_string(kProofMaxSide) + " a side and " +
+               std::to_string(kProofMaxPixels) + " in all) !";
+    if (!WriteGreyPng(path, DrawProof(font, lines, layout)))
+        return kProofWriteFailedMessage;
+    return std::nullopt;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "proof/proof_text.h"
+#include "proof/written_font.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+inline constexpr const char* kProofWriteFailedMessage = "Error writing the proof image !";
+
+// Largest proof image written: libpng's readers refuse more than a million pixels a side
+// by default, and the picture is held in memory whole.
+inline constexpr int64_t kProofMaxSide = 1000000;
+inline constexpr int64_t kProofMaxPixels = int64_t{1} << 28;
+
+// Draws the proof of `lines` from what an export at `exportHeight` pixels wrote and saves
+// it as the PNG `path`. Returns the message when the picture would be too large (nothing
+// is then written) or the file cannot be written; nothing on success.
+std::optional<std::string> WriteProofImage(const std::string& path, const WrittenFont& font,
+                                           const ProofLines& lines, unsigned exportHeight);

@@ -1,0 +1,18 @@
+#include "proof/written_font.h"
+
+void WrittenFont::CharacterWritten(const WrittenCharacter& written)
+{
+    if (written.code >= glyphs.size())
+        return; // no font record can index it
+    auto glyph = std::make_unique<WrittenGlyph>();
+    glyph->w = written.glyph.bitmap->width;
+    glyph->h = written.glyph.bitmap->rows;
+    glyph->xoff = written.glyph.left;
+    glyph->yoff = written.glyph.top;
+    glyph->xadvance = written.glyph.advanceX;
+    glyph->kerning = written.kerning;
+    glyph->hasPixels = written.pixels != nullptr;
+    if (glyph->hasPixels)
+        glyph->pixels = *written.pixels;
+    glyphs[written.code] = std::move(glyph);
+}

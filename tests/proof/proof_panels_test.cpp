@@ -1,0 +1,56 @@
+// Each rotated panel of a proof is drawn from its own rotation's pixel arrays and turned
+// positions; it must equal panel 0 turned by the same angle, pixel for pixel.
+
+#include "export/font_source.h"
+#include "proof/proof_picture.h"
+#include "raster/test_fonts.h"
+
+#include <numeric>
+
+namespace {
+
+// Turned as the exported pixel arrays are: 90 a quarter turn anticlockwise.
+GreyImage Turned(const GreyImage& image, unsigned rotation)
+{
+    const bool quarter = rotation % 180 != 0;
+    GreyImage turned{quarter ? image.height : image.width, quarter ? image.width : image.height, image.pixels};
+    for (unsigned y = 0; y < image.height; ++y)
+        for (unsigned x = 0; x < image.width; ++x) {
+            const unsigned tx[] = {x, y, image.width - 1 - x, image.height - 1 - y};
+            const unsigned ty[] = {y, image.width - 1 - x, image.height - 1 - y, x};
+            turned.pixels[size_t{ty[rotation / 90]} * turned.width + tx[rotation / 90]] =
+                image.pixels[size_t{y} * image.width + x];
+        }
+    return turned;
+}
+
+TEST(ProofPanels, EachIsPanelZeroTurned)
+{
+    const struct { std::string font; unsigned height; std::string text; } rows[] = {
+        // Kerned pairs both ways and a positive one; ink left of the pen and below the baseline.
+        {kTestFont, 16, "AVAT.\nVjA V."},
+        {kDejaVuSans, 13, "AVWAy,j Tg\nfi{Q}"},
+        {kTerminus, 16, "AVgj|Q\n@"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.font + " " + std::to_string(row.height));
+        FTFont font;
+        font.LoadFace(row.font.c_str());
+        font.SetPixelSize(row.height);
+        CharCodeList codes(95);
+        std::iota(codes.begin(), codes.end(), 32);
+        WrittenFont written;
+        ExportOptions options;
+        options.listeners = {&written};
+        OutputWriter discarded(std::string("/dev/null"));
+        WriteFontSource(discarded, font, "proof", codes, options);
+        ProofLines lines;
+        ASSERT_EQ(ReadProofText(row.text, codes, options, lines), std::nullopt);
+        const ProofLayout layout = LayOutProof(written, lines, row.height);
+        const GreyImage zero = DrawProofPanel(written, lines, layout, 0);
+        for (unsigned rotation : {90u, 180u, 270u})
+            EXPECT_TRUE(DrawProofPanel(written, lines, layout, rotation) == Turned(zero, rotation)) << rotation;
+    }
+}
+
+} // namespace
