@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cctype>
+#include <cstdio>
 
 namespace {
 
@@ -132,4 +133,11 @@ std::string EncodeUtf8(char32_t character)
     if (!encoder.IsOpen() || encoder.Convert(utf32, encoded) != 0)
         return "?";
     return encoded;
+}
+
+std::string NamedCharacter(char32_t character)
+{
+    char number[16];
+    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
+    return "\"" + EncodeUtf8(character) + "\" (" + number + ")";
 }

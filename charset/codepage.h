@@ -36,3 +36,6 @@ std::optional<std::u32string> DecodeUtf8(const std::string& text);
 
 // One character in UTF-8, for messages.
 std::string EncodeUtf8(char32_t character);
+
+// A character as messages name it: "€" (U+20AC).
+std::string NamedCharacter(char32_t character);

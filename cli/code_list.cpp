@@ -4,7 +4,6 @@
 #include "export/exportable_codes.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -13,13 +12,6 @@ constexpr const char* kDefaultChars = "32-126";
 bool IsSkippedInText(char32_t c)
 {
     return c == U'\n' || c == U'\r' || c == U'\t' || c == U'\u2028' || c == U'\u2029';
-}
-
-std::string NotInCodepage(char32_t character, const Codepage& codepage)
-{
-    char number[16];
-    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
-    return "Character \"" + EncodeUtf8(character) + "\" (" + number + ") is not in " + codepage.Name() + " !";
 }
 
 std::optional<std::string> AppendText(const std::string& text, const Codepage& codepage, CharCodeList& codes)
@@ -33,7 +25,7 @@ std::optional<std::string> AppendText(const std::string& text, const Codepage& c
             continue;
         const std::optional<uint8_t> byte = codepage.ByteOf(character);
         if (!byte)
-            return NotInCodepage(character, codepage);
+            return "Character " + NamedCharacter(character) + " is not in " + codepage.Name() + " !";
         if (std::find(fromText.begin(), fromText.end(), *byte) == fromText.end())
             fromText.push_back(*byte);
     }

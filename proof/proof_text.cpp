@@ -3,19 +3,7 @@
 #include "charset/codepage.h"
 #include "export/font_source.h"
 
-#include <cstdio>
 #include <map>
-
-namespace {
-
-std::string NotExported(char32_t character)
-{
-    char number[16];
-    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
-    return "Character \"" + EncodeUtf8(character) + "\" (" + number + ") is not among the exported characters !";
-}
-
-} // namespace
 
 std::optional<std::string> ReadProofText(const std::optional<std::string>& text, const CharCodeList& codes,
                                          const ExportOptions& options, ProofLines& lines)
@@ -47,9 +35,11 @@ std::optional<std::string> ReadProofText(const std::optional<std::string>& text,
             fromText.emplace_back();
             continue;
         }
+        if (character == U'\r') // of a line end written "\r\n"
+            continue;
         const auto found = codeOf.find(character);
         if (found == codeOf.end())
-            return NotExported(character);
+            return "Character " + NamedCharacter(character) + " is not among the exported characters !";
         fromText.back().push_back(found->second);
     }
     lines = std::move(fromText);

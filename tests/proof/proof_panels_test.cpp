@@ -3,7 +3,9 @@
 
 #include "export/font_source.h"
 #include "proof/proof_picture.h"
-#include "raster/test_fonts.h"
+#include "export/export_test_support.h"
+
+#include <gtest/gtest.h>
 
 #include <numeric>
 
