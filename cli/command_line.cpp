@@ -16,7 +16,10 @@ constexpr const char* kDescription =
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
-    "names them.\n"
+    "names them. Both are written under temporary names beside them and take their places\n"
+    "only once both are whole: a failed or interrupted export leaves the earlier files as they\n"
+    "were, and a file whose bytes would not change keeps its date. A link to a file is written\n"
+    "through; a device or pipe is written in place.\n"
     "\n"
     "Examples:\n"
     "  veltrane-fontgen-export --height 12 --chars 32-126,0xB0 DejaVuSans.ttf out/Small.cpp\n"
@@ -25,8 +28,10 @@ constexpr const char* kFooter =
     "      NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
     "\n"
-    "Exit status: 0 when both files were written, 1 when the export failed (one message on\n"
-    "standard error), 2 when the command line could not be read.";
+    "Exit status: 0 when both files were written (warnings, such as codes the font has no glyph\n"
+    "for, on standard error), 1 when the export failed (its message on the first line of\n"
+    "standard error, what it concerns on the lines after it), 2 when the command line could not\n"
+    "be read.";
 
 // A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
 std::string CheckNamesFile(const std::string& path)
@@ -69,6 +74,9 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(0L, 65535L));
+    app.add_flag("--stats", request.stats,
+                 "After the export, print a table of what was written on standard output: characters,\n"
+                 "pixel bytes, kerning pairs and the sizes of the two files");
     app.add_option("FONT", request.fontPath, "The font file")->required();
     app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
         ->required()
