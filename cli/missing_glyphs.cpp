@@ -17,9 +17,13 @@ std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList&
         unsigned last = first;
         while (last + 1 < missing.size() && missing[last + 1])
             ++last;
-        ranges += (ranges.empty() ? "" : ", ") + std::to_string(first);
-        if (last != first)
-            ranges += "-" + std::to_string(last);
+        if (!ranges.empty())
+            ranges += ", ";
+        ranges += std::to_string(first);
+        if (last != first) {
+            ranges += '-';
+            ranges += std::to_string(last);
+        }
         first = last;
     }
     if (ranges.empty())

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -38,7 +39,11 @@ std::string FollowLinks(std::string path)
 std::string TempTemplate(const std::string& file)
 {
     const fs::path path(file);
-    return (path.parent_path() / ("." + path.filename().string().substr(0, 240) + ".XXXXXX")).string();
+    std::string name = path.filename().string();
+    name.resize(std::min<size_t>(name.size(), 240));
+    name.insert(0, 1, '.');
+    name.append(".XXXXXX");
+    return (path.parent_path() / name).string();
 }
 
 bool SameBytes(const std::string& a, const std::string& b)
