@@ -217,7 +217,7 @@ TEST(ExportProgram, SignalLeavesEarlierFiles)
     std::ofstream(dir.Path() / "Font.cpp") << "kept";
     ASSERT_EQ(mkfifo((dir.Path() / "Font.h").c_str(), 0600), 0);
     const char* const killWhenTempExists = R"("$@" & pid=$!
-until ls -a "${3%/*}" | grep -q '^\.Font\.cpp\.' || ! kill -0 $pid; do sleep 0.05; done
+for i in $(seq 200); do ls -a "${3%/*}" | grep -q '^\.Font\.cpp\.' && break; sleep 0.05; done
 kill -TERM $pid; wait $pid; echo $?)";
     const ProgramResult run = RunProgram({"sh", "-c", killWhenTempExists, "sh", VELTRANE_EXPORT_PROGRAM, kTestFont,
                                           (dir.Path() / "Font.cpp").string()});

@@ -40,11 +40,13 @@ if(NOT out STREQUAL expected)
   message(FATAL_ERROR "the example drew\n${out}instead of\n${expected}")
 endif()
 # A font file touched but not changed runs the export again, which leaves the generated
-# source alone, so it is not compiled again.
+# source alone, so it is not compiled again; the build after that has nothing to do.
 file(TOUCH "${example}/${font}")
 run("${CMAKE_COMMAND}" --build "${example}")
-if(NOT out MATCHES "Exporting bitmap font" OR out MATCHES "Building[^\n]*banner_font")
-  message(FATAL_ERROR "rebuild after touching the font:\n${out}")
+set(touched "${out}")
+run("${CMAKE_COMMAND}" --build "${example}")
+if(NOT touched MATCHES "Exporting bitmap font" OR touched MATCHES "Building[^\n]*banner_font" OR out MATCHES "Exporting")
+  message(FATAL_ERROR "rebuilds after touching the font:\n${touched}\n${out}")
 endif()
 if(NOT GUI)
   return()
