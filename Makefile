@@ -7,7 +7,7 @@ FUZZ_SECONDS ?= 60
 BENCH_DIR ?= build-bench
 ASAN_DIR ?= build-asan
 
-.PHONY: all deps build run test test-asan memcheck fuzz test-font bench bench-preview regen-expected
+.PHONY: all deps build run test test-asan memcheck fuzz test-font bench bench-preview regen-expected package
 
 all: build
 
@@ -55,7 +55,13 @@ bench-preview:
 	cmake --build $(BENCH_DIR) -j $(JOBS) --target preview_bench
 	tests/app/gui_session.sh $(BENCH_DIR)/bench/preview_bench
 
-# Rewrites tests/cli/expected/ (exports and proof images) from the current exporter; review the diff.
+# The Debian package (CPack): both programs, desktop entry, icon, manual page, CMake package.
+package: build
+	@scripts/install-deps.sh package
+	cmake --build $(BUILD_DIR) --target package
+
+# Rewrites tests/cli/expected/ (exports and proof images) and tests/raster/expected/ from the
+# current code; review the diff.
 regen-expected: build
 	cmake --build $(BUILD_DIR) --target regen-expected
 

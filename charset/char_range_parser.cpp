@@ -41,50 +41,53 @@ bool ReadCode(Span s, std::string& buffer, uint32_t& code)
     return true;
 }
 
-void AppendRange(uint32_t first, uint32_t last, CharCodeList& codes)
+bool AppendRange(uint32_t first, uint32_t last, CharCodeList& codes)
 {
     if (first > last)
-        return;
+        return false;
     // 64-bit counting so that a range ending at 4294967295 stops instead of wrapping to 0.
     const uint64_t count = uint64_t{last} - first + 1;
     if (count > kMaxCharCodes)
-        return;
+        return false;
     const uint64_t room = kMaxCharCodes - codes.size();
     const uint64_t end = uint64_t{first} + std::min(count, room);
     for (uint64_t code = first; code < end; ++code)
         codes.push_back(static_cast<uint32_t>(code));
+    return true;
 }
 
-// One comma-separated piece: a number, or two numbers joined by a single "-".
-void AppendPiece(Span piece, std::string& buffer, CharCodeList& codes)
+// One comma-separated piece: a number, or two numbers joined by a single "-". False when
+// the piece asks for something but could not be read; a blank piece asks for nothing.
+bool AppendPiece(Span piece, std::string& buffer, CharCodeList& codes)
 {
-    if (piece.empty())
-        return;
     const char* dash = std::find(piece.begin, piece.end, '-');
     if (dash == piece.end) {
         const Span number = Trim(piece);
         uint32_t code = 0;
-        if (!number.empty() && ReadCode(number, buffer, code) && codes.size() < kMaxCharCodes)
+        if (number.empty())
+            return true;
+        if (!ReadCode(number, buffer, code))
+            return false;
+        if (codes.size() < kMaxCharCodes)
             codes.push_back(code);
-        return;
+        return true;
     }
     if (std::find(dash + 1, piece.end, '-') != piece.end)
-        return;
+        return false;
     const Span low = Trim({piece.begin, dash});
     const Span high = Trim({dash + 1, piece.end});
     if (low.empty() || high.empty())
-        return;
+        return false;
     uint32_t first = 0;
     uint32_t last = 0;
     const bool firstRead = ReadCode(low, buffer, first);
     const bool lastRead = ReadCode(high, buffer, last);
-    if (firstRead && lastRead)
-        AppendRange(first, last, codes);
+    return firstRead && lastRead && AppendRange(first, last, codes);
 }
 
 } // namespace
 
-CharCodeList ParseCharCodeText(const std::string& text)
+CharCodeList ParseCharCodeText(const std::string& text, std::vector<std::string>* unreadPieces)
 {
     CharCodeList codes;
     std::string buffer;
@@ -92,7 +95,11 @@ CharCodeList ParseCharCodeText(const std::string& text)
     const char* const end = pos + text.size();
     while (pos != end && codes.size() < kMaxCharCodes) {
         const char* comma = std::find(pos, end, ',');
-        AppendPiece({pos, comma}, buffer, codes);
+        const Span piece{pos, comma};
+        if (!AppendPiece(piece, buffer, codes) && unreadPieces != nullptr) {
+            const Span trimmed = Trim(piece);
+            unreadPieces->emplace_back(trimmed.begin, trimmed.end);
+        }
         if (comma == end)
             break;
         pos = comma + 1;

@@ -35,10 +35,11 @@ std::optional<std::string> AppendText(const std::string& text, const Codepage& c
 
 } // namespace
 
-std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes)
+std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes,
+                                     std::vector<std::string>& unreadPieces)
 {
     const bool textOnly = request.sampleText && !request.charsText;
-    codes = textOnly ? CharCodeList{} : ParseCharCodeText(request.charsText.value_or(kDefaultChars));
+    codes = textOnly ? CharCodeList{} : ParseCharCodeText(request.charsText.value_or(kDefaultChars), &unreadPieces);
     const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
     if (request.sampleText) {
         if (auto message = AppendText(*request.sampleText, codepage, codes))

@@ -5,11 +5,14 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 // The codes the command line names: those of --chars, then the bytes that the characters
 // of the sample text have in the codepage (Latin-1 without one), in the order of their
 // first appearance; line breaks and tabs in the text are skipped. Returns the message of
 // the first character or code that cannot be exported, checked in that order: a text
 // character the codepage cannot hold, a code above 255, a code the codepage leaves
-// undefined.
-std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes);
+// undefined. The pieces of --chars that cannot be read are left out and added, trimmed,
+// to `unreadPieces`.
+std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes,
+                                     std::vector<std::string>& unreadPieces);

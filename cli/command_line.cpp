@@ -16,7 +16,10 @@ constexpr const char* kDescription =
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
-    "names them.\n"
+    "names them. Both are written under temporary names beside them and take their places\n"
+    "only once both are whole: a failed or interrupted export leaves the earlier files as they\n"
+    "were, and a file whose bytes would not change keeps its date. A link to a file is written\n"
+    "through; a device or pipe is written in place.\n"
     "\n"
     "Examples:\n"
     "  veltrane-fontgen-export --height 12 --chars 32-126,0xB0 DejaVuSans.ttf out/Small.cpp\n"
@@ -27,8 +30,10 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp\n"
     "\n"
-    "Exit status: 0 when both files (and a --proof image) were written, 1 when the export failed\n"
-    "(one message on standard error), 2 when the command line could not be read.";
+    "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
+    "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
+    "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
+    "command line could not be read.";
 
 // A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
 std::string CheckNamesFile(const std::string& path)
@@ -71,6 +76,9 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(0L, 65535L));
+    app.add_flag("--stats", request.stats,
+                 "After the export, print a table of what was written on standard output: characters,\n"
+                 "pixel bytes, kerning pairs and the sizes of the two files");
     CLI::Option* proof =
         app.add_option("--proof", request.proofPath,
                        "Also writes this 8-bit greyscale PNG: the proof text drawn from the exported data as\n"

@@ -1,24 +1,60 @@
 #include "cli/export_request.h"
 
+#include "cli/character_in_progress.h"
 #include "cli/code_list.h"
-#include "export/export_font.h"
+#include "cli/export_stats.h"
+#include "cli/font_pair_writer.h"
+#include "cli/missing_glyphs.h"
+#include "cli/strike_heights.h"
+#include "export/base_name.h"
 #include "export/export_settings.h"
 #include "proof/proof_file.h"
 #include "raster/ft_exception.h"
 #include "raster/ft_font.h"
 
-std::optional<std::string> RunExport(const ExportRequest& request)
+namespace {
+
+// The generated files include the firmware's own ds_font.h, which an export of that name
+// would replace.
+constexpr const char* kConsumerHeaderName = "ds_font";
+
+std::string UnreadPiecesWarning(const std::vector<std::string>& pieces)
+{
+    std::string quoted;
+    for (const std::string& piece : pieces)
+        quoted += (quoted.empty() ? "" : ", ") + Quoted(piece);
+    return "cannot read " + quoted + " in --chars; left out";
+}
+
+} // namespace
+
+std::optional<std::string> RunExport(const ExportRequest& request, ExportReport& report)
 {
     unsigned height = 0;
     if (auto message = ParseFontHeight(request.heightText, height))
         return message;
     CharCodeList codes;
-    if (auto message = ListCodes(request, codes))
-        return message;
+    std::vector<std::string> unreadPieces;
+    auto listMessage = ListCodes(request, codes, unreadPieces);
+    if (!unreadPieces.empty())
+        report.warnings.push_back(UnreadPiecesWarning(unreadPieces));
+    if (listMessage)
+        return listMessage;
+    if (codes.empty())
+        return kNoCharactersMessage;
     OutputLocation output = SplitOutputPath(request.outputPath);
+    SanitizeBaseName(output.baseName);
+    if (output.baseName == kConsumerHeaderName) {
+        report.context.push_back("the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp");
+        return kReservedNameMessage;
+    }
+
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
+    CharacterInProgress inProgress;
+    ExportStats stats;
+    options.listeners = {&inProgress, &stats};
     ProofLines proofLines;
     WrittenFont written; // kept only for a proof
     if (request.proofPath) {
@@ -29,9 +65,23 @@ std::optional<std::string> RunExport(const ExportRequest& request)
     try {
         FTFont font;
         font.LoadFace(request.fontPath.c_str(), request.faceIndex);
-        if (!ExportFont(&font, output.baseName, output.directory, height, &codes, options))
+        try {
+            font.SetPixelSize(height);
+        } catch (const FTException&) {
+            if (auto note = StrikeHeightsNote(font.Face()))
+                report.context.push_back(*note);
+            throw;
+        }
+        if (auto warning = MissingGlyphWarning(font.Face(), codes, options))
+            report.warnings.push_back(*warning);
+        FontPairSizes sizes;
+        if (!WriteFontPair(font, output.directory + output.baseName, output.baseName, codes, options, sizes))
             return kWriteFailedMessage;
+        if (request.stats)
+            report.stats = stats.Table(output.baseName + ".cpp", sizes.source, output.baseName + ".h", sizes.header);
     } catch (const FTException& e) {
+        if (auto where = inProgress.Describe(request.fontPath))
+            report.context.push_back(*where);
         return e.what();
     }
     if (request.proofPath)

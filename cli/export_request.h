@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charset/codepage.h"
+#include "cli/export_report.h"
 #include "export/export_options.h"
 
 #include <optional>
@@ -24,12 +25,20 @@ struct ExportRequest {
     // characters, 16 to a line).
     std::optional<std::string> proofPath;
     std::optional<std::string> proofText;
+    // Print the table of what was written after a success.
+    bool stats = false;
 };
+
+inline constexpr const char* kNoCharactersMessage = "No characters to export !";
+inline constexpr const char* kReservedNameMessage = "The name ds_font would replace the firmware's ds_font.h !";
 
 // Runs the export with the desktop program's rules and messages. Checks in this order,
 // each before anything slower: the height text, the character codes (all must fit in
-// 8 bits and, with a codepage, stand for a character in it), the proof text (every
-// character exported), opening the font, writing, the proof image.
+// 8 bits and, with a codepage, stand for a character in it; at least one), the proof
+// text (every character exported), the output name (not ds_font), opening the font and
+// setting its size, writing, the proof image. The files are replaced only when both were
+// written whole (see WriteFontPair).
 // Returns the message of the first failure, or nothing when both files (and the proof
-// image, when asked for) were written.
-std::optional<std::string> RunExport(const ExportRequest& request);
+// image, when asked for) were written; `report` receives what the failure concerns, the
+// warnings and, with `stats`, the table.
+std::optional<std::string> RunExport(const ExportRequest& request, ExportReport& report);

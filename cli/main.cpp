@@ -6,6 +6,7 @@
 #include "cli/export_request.h"
 
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -13,18 +14,23 @@ int main(int argc, char** argv)
 {
     // Names are sanitized with the character classes of the user's locale, as on the desktop.
     std::setlocale(LC_CTYPE, "");
+    // A reader that goes away makes the write fail, which the export reports and cleans
+    // up after, rather than ending the program on the spot.
+    std::signal(SIGPIPE, SIG_IGN);
 
     ExportRequest request;
     if (std::optional<int> status = ParseCommandLine(argc, argv, request))
         return *status;
+    ExportReport report;
+    std::optional<std::string> failure;
     try {
-        if (std::optional<std::string> message = RunExport(request)) {
-            std::fprintf(stderr, "%s\n", message->c_str());
-            return kExitFailure;
-        }
+        failure = RunExport(request, report);
     } catch (const std::exception& e) { // out of memory, in practice
-        std::fprintf(stderr, "%s\n", e.what());
-        return kExitFailure;
+        failure = e.what();
     }
+    PrintReport(stderr, failure, report);
+    if (failure)
+        return kExitFailure;
+    std::fputs(report.stats.c_str(), stdout);
     return kExitSuccess;
 }

@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Installs the Debian packages a target needs, and nothing when they are all present.
-# Usage: scripts/install-deps.sh build|test|fuzz|bench|font
+# Usage: scripts/install-deps.sh build|test|fuzz|bench|font|package
 set -euo pipefail
 
-build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libpng-dev libcli11-dev fonts-dejavu-core)
+build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libpng-dev libcli11-dev fonts-dejavu-core help2man)
 test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb desktop-file-utils valgrind)
 fuzz_pkgs=(clang libclang-rt-14-dev)
 bench_pkgs=(libbenchmark-dev)
 font_pkgs=(python3-fonttools)
+package_pkgs=(dpkg-dev file)
 
 wanted=("${build_pkgs[@]}")
 case "${1:-build}" in
@@ -16,7 +17,8 @@ case "${1:-build}" in
   fuzz)  wanted+=("${test_pkgs[@]}" "${fuzz_pkgs[@]}") ;;
   bench) wanted+=("${test_pkgs[@]}" "${bench_pkgs[@]}") ;;
   font)  wanted+=("${font_pkgs[@]}") ;;
-  *) echo "usage: $0 build|test|fuzz|bench|font" >&2; exit 2 ;;
+  package) wanted+=("${test_pkgs[@]}" "${package_pkgs[@]}") ;;
+  *) echo "usage: $0 build|test|fuzz|bench|font|package" >&2; exit 2 ;;
 esac
 
 missing=()

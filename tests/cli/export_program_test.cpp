@@ -6,9 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 
 namespace fs = std::filesystem;
 
@@ -35,6 +38,16 @@ std::set<std::string> Tree(const fs::path& dir)
     for (const auto& entry : fs::recursive_directory_iterator(dir))
         names.insert(entry.path().lexically_relative(dir).string());
     return names;
+}
+
+// The bytes and modification time of every regular file under `dir` (through links).
+std::map<std::string, std::pair<std::string, fs::file_time_type>> Snapshot(const fs::path& dir)
+{
+    std::map<std::string, std::pair<std::string, fs::file_time_type>> files;
+    for (const std::string& name : Tree(dir))
+        if (fs::is_regular_file(dir / name))
+            files[name] = {ReadFile(dir / name), fs::last_write_time(dir / name)};
+    return files;
 }
 
 // The committed exports are the reviewed output. `make regen-expected` runs this test with
@@ -64,7 +77,7 @@ TEST(ExportProgram, GoldenExports)
         args.push_back((written / (row.name + ".cpp")).string());
         const ProgramResult run = RunExporter(args);
         ASSERT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(run.out + run.err, "");
+        EXPECT_EQ(run.out, "");
         std::vector<std::string> files = {row.name + ".cpp", row.name + ".h"};
         if (std::find(row.args.begin(), row.args.end(), "--proof") != row.args.end())
             files.push_back(row.name + ".png");
@@ -80,12 +93,23 @@ TEST(ExportProgram, Faults)
 {
     const std::string range = "Font size must be in between 6 and 256 !\n", load = "cannot load font file\n",
                       proofFailed = "Error writing the proof image !\n";
+    const std::string kNote = "veltrane-fontgen-export: ", kShape = "they are exported as the font's missing-glyph shape\n";
+    const std::string kStatsTable = "characters                            2\n"
+                                    "pixel bytes per rotation            112\n"
+                                    "pixel bytes in all                  448\n"
+                                    "kerning pairs                         2\n"
+                                    "kerning table bytes                   8\n"
+                                    "Font.cpp bytes                    14684\n"
+                                    "Font.h bytes                        250\n";
     const struct {
         std::vector<std::string> made; // before the run: "name/" a directory, "name@" a link to /dev/full,
-                                       // "name=N" the test font's first N bytes, "name" a file holding "kept"
+                                       // "name>to" a link to "to", "name=N" the test font's first N bytes,
+                                       // "!C" broken.ttf, the test font whose glyph for C cannot load,
+                                       // "+" the files of a run with the same arguments an hour ago,
+                                       // "name" a file holding "kept"; a failure leaves every file as made
         std::vector<std::string> args;
         int status;
-        std::string err;           // all of standard error; for status 2 a part of it
+        std::string err;           // all of standard error ("@" the run's directory); for status 2 a part of it
         std::string out = {};      // a part of standard output; nothing at all when empty
         std::set<std::string> left = {}; // the run's directory afterwards
     } rows[] = {
@@ -108,19 +132,22 @@ TEST(ExportProgram, Faults)
         {{"d/"}, {"@d", "@Font.cpp"}, 1, load, "", {"d"}},
         {{"cut.ttf=100"}, {"@cut.ttf", "@Font.cpp"}, 1, load, "", {"cut.ttf"}},
         {{}, {"--face", "1", "FONT", "@Font.cpp"}, 1, load},
-        {{}, {"--height", "15", kTerminus, "@Font.cpp"}, 1, "cannot set char size\n"},
+        {{}, {"--height", "15", kTerminus, "@Font.cpp"}, 1,
+         "cannot set char size\n" + kNote + "the font has bitmaps at 12, 14, 16, 18, 20, 22, 24, 28, 32 px\n"},
+        {{}, {"--chars", "A-Z", "@none.ttf", "@Font.cpp"}, 1, "No characters to export !\n" + kNote + "cannot read \"A-Z\" in --chars; left out\n"},
+        {{}, {"@none.ttf", "@ds-font.cpp"}, 1, "The name ds_font would replace the firmware's ds_font.h !\n" + kNote +
+         "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp\n"},
+        // A failure leaves the earlier pair as it was, and no temporary file.
+        {{"Font.cpp", "Font.h", "!233"}, {"--codepage", "CP437", "--chars", "233,130", "@broken.ttf", "@Font.cpp"}, 1,
+         "cannot load glyph\n" + kNote + "while rendering code 130 (U+00E9) from @broken.ttf\n" + kNote + "no glyph for 233; " + kShape,
+         "", {"Font.cpp", "Font.h", "broken.ttf"}},
         // Places that cannot take the files.
-        {{}, {"FONT", "@gone/Font.cpp"}, 1, kWriteFailed},
-        {{"f"}, {"FONT", "@f/Font.cpp"}, 1, kWriteFailed, "", {"f"}},
-        {{"Font.cpp/"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
-        {{"Font.h/"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
-        {{"Font.cpp@"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
-        {{"Font.h@"}, {"FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
-        {{"p.png@"}, {"--chars", "65", "--proof", "@p.png", "FONT", "@Font.cpp"}, 1, proofFailed, "", {"Font.cpp", "Font.h", "p.png"}},
-        {{}, {"--proof", "@gone/p.png", "FONT", "@Font.cpp"}, 1, proofFailed, "", {"Font.cpp", "Font.h"}},
-        {{}, {"--height", "256", "--chars", "65", "--proof", "@p.png", "--proof-text", std::string(40, '\n'), "FONT", "@Font.cpp"},
-         1, "The proof image would be 25776 x 11992 pixels, too large (at most 1000000 a side and 268435456 in all) !\n",
-         "", {"Font.cpp", "Font.h"}},
+        {{}, {"--chars", "65", "FONT", "@gone/Font.cpp"}, 1, kWriteFailed},
+        {{"f"}, {"--chars", "65", "FONT", "@f/Font.cpp"}, 1, kWriteFailed, "", {"f"}},
+        {{"Font.cpp/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
+        {{"Font.h/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.h"}},
+        {{"Font.cpp@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
+        {{"Font.cpp", "Font.h@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
         // Usage errors.
         {{}, {}, 2, "Usage:"},
         {{}, {"FONT", "@Font.cpp", "extra"}, 2, "Usage:"},
@@ -134,7 +161,15 @@ TEST(ExportProgram, Faults)
         {{"sub/"}, {"--chars", "65", "FONT", "@sub/My Font-2.cpp"}, 0, "", "", {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", "FONT", "@Font.CPP"}, 0, "", "", {"Font.cpp", "Font.h"}},
         {{}, {"--codepage", "CP1251", "--text", "Пр", "--proof", "@p.png", "--proof-text", "р\nП", "FONT", "@Font.cpp"},
-         0, "", "", {"Font.cpp", "Font.h", "p.png"}},
+         0, kNote + "no glyph for 207, 240; " + kShape, "", {"Font.cpp", "Font.h", "p.png"}},
+        {{"Font.cpp", "Font.h"}, {"--chars", "65", "FONT", "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h"}},
+        {{"+"}, {"--chars", "65", "FONT", "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h"}}, // untouched
+        {{"real.cpp", "Font.cpp>real.cpp"}, {"--chars", "65", "FONT", "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h", "real.cpp"}},
+        // Warnings; the table of --stats.
+        {{}, {"--chars", "9, A-Z ,70-65,1-2-3,65-, ,,0-2,65,a\"\tb", "FONT", "@Font.cpp"}, 0, kNote +
+         "cannot read \"A-Z\", \"70-65\", \"1-2-3\", \"65-\", \"a\\\"\\x09b\" in --chars; left out\n" + kNote + "no glyph for 0-2, 9; " + kShape,
+         "", {"Font.cpp", "Font.h"}},
+        {{}, {"--stats", "--chars", "65,86", "FONT", "@Font.cpp"}, 0, "", kStatsTable, {"Font.cpp", "Font.h"}},
         {{}, {"--help"}, 0, "", "--codepage NAME"},
         {{}, {"--version"}, 0, "", "Veltrane Bitmap Font Generator v1.00\n"},
     };
@@ -143,26 +178,92 @@ TEST(ExportProgram, Faults)
         SCOPED_TRACE(testing::PrintToString(row.args));
         TempDir dir;
         for (const std::string& made : row.made) {
-            const fs::path path = dir.Path() / made.substr(0, made.find_first_of("/@="));
+            const fs::path path = dir.Path() / made.substr(0, made.find_first_of("/@=>"));
             if (made.ends_with("/"))
                 fs::create_directory(path);
             else if (made.ends_with("@"))
                 fs::create_symlink("/dev/full", path);
+            else if (made.find('>') != made.npos)
+                fs::create_symlink(made.substr(made.find('>') + 1), path);
+            else if (made.starts_with("!"))
+                FontWithBrokenGlyph(kTestFont, dir.Path(), std::stoul(made.substr(1)));
+            else if (made == "+")
+                ASSERT_EQ(RunExporter(Arguments(row.args, dir.Path())).status, 0);
             else
                 std::ofstream(path) << (made.find('=') != made.npos ? font.substr(0, std::stoul(made.substr(made.find('=') + 1))) : "kept");
         }
+        for (const auto& [name, file] : Snapshot(dir.Path()))
+            fs::last_write_time(dir.Path() / name, file.second - std::chrono::hours(1));
+        const auto before = Snapshot(dir.Path());
         const ProgramResult run = RunExporter(Arguments(row.args, dir.Path()));
         EXPECT_EQ(run.status, row.status);
-        if (row.status == 2)
-            EXPECT_NE(run.err.find(row.err), std::string::npos) << run.err;
-        else
-            EXPECT_EQ(run.err, row.err);
-        if (row.out.empty())
+        std::string err = row.err;
+        for (size_t at = err.find('@'); at != err.npos; at = err.find('@', at + 1))
+            err.replace(at, 1, dir.Path().string() + "/");
+        if (row.status == 2) {
+            EXPECT_NE(run.err.find(err), std::string::npos) << run.err;
+        } else {
+            EXPECT_EQ(run.err, err);
+        }
+        if (row.out.empty()) {
             EXPECT_EQ(run.out, "");
-        else
+        } else {
             EXPECT_NE(run.out.find(row.out), std::string::npos) << run.out;
+        }
         EXPECT_EQ(Tree(dir.Path()), row.left);
+        if (row.status != 0 || row.made == std::vector<std::string>{"+"}) {
+            EXPECT_TRUE(Snapshot(dir.Path()) == before) << "files made before the run changed";
+        }
+        // A success leaves whole files, wherever their links lead.
+        for (const std::string& name : row.status == 0 ? row.left : std::set<std::string>{}) {
+            if (fs::is_regular_file(dir.Path() / name) && (name.ends_with(".cpp") || name.ends_with(".h"))) {
+                EXPECT_TRUE(ReadFile(dir.Path() / name).ends_with(name.ends_with(".h") ? "\n#endif\n" : "}\n};\n")) << name;
+            }
+        }
     }
+}
+
+// SIGTERM while the export waits for a reader of its header, a pipe written in place: the
+// temporary source goes with the program, the earlier source stays.
+TEST(ExportProgram, SignalLeavesEarlierFiles)
+{
+    TempDir dir;
+    std::ofstream(dir.Path() / "Font.cpp") << "kept";
+    ASSERT_EQ(mkfifo((dir.Path() / "Font.h").c_str(), 0600), 0);
+    const char* const killWhenTempExists = R"("$@" & pid=$!
+for i in $(seq 200); do ls -a "${3%/*}" | grep -q '^\.Font\.cpp\.' && break; sleep 0.05; done
+kill -TERM $pid; wait $pid; echo $?)";
+    const ProgramResult run = RunProgram({"sh", "-c", killWhenTempExists, "sh", VELTRANE_EXPORT_PROGRAM, kTestFont,
+                                          (dir.Path() / "Font.cpp").string()});
+    EXPECT_EQ(run.out, "143\n") << run.err;
+    EXPECT_EQ(Tree(dir.Path()), (std::set<std::string>{"Font.cpp", "Font.h"}));
+    EXPECT_EQ(ReadFile(dir.Path() / "Font.cpp"), "kept");
+}
+
+// The disk fills up in the middle of the source: an export of its own on a small tmpfs (in
+// a mount namespace of its own, so nothing outlives the run) leaves the earlier pair whole.
+TEST(ExportProgram, FullDiskLeavesEarlierFiles)
+{
+    TempDir probe, root;
+    if (RunProgram({"unshare", "-m", "mount", "-t", "tmpfs", "tmpfs", probe.Path().string()}).status != 0)
+        GTEST_SKIP() << "needs root and mount namespaces (unshare -m) for a small tmpfs";
+    const char* const exportTwice = R"(set -e
+mount -t tmpfs -o size=384k tmpfs "$1"
+"$2" --chars 65 "$3" "$1/Font.cpp"
+status=0
+"$2" --chars 32-126,160-255 "$4" "$1/Font.cpp" || status=$?
+cp -a "$1"/. "$5"/
+exit $status)";
+    const fs::path disk = root.Path() / "disk", keep = root.Path() / "keep";
+    fs::create_directory(disk);
+    fs::create_directory(keep);
+    const ProgramResult run = RunProgram({"unshare", "-m", "sh", "-c", exportTwice, "sh", disk.string(),
+                                          VELTRANE_EXPORT_PROGRAM, kTestFont, kDejaVuSans, keep.string()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, kWriteFailed);
+    ASSERT_EQ(Tree(keep), (std::set<std::string>{"Font.cpp", "Font.h"}));
+    ASSERT_EQ(RunExporter({"--chars", "65", kTestFont, (root.Path() / "Font.cpp").string()}).status, 0);
+    EXPECT_TRUE(ReadFile(keep / "Font.cpp") == ReadFile(root.Path() / "Font.cpp"));
 }
 
 TEST(ExportProgram, LinksNoWindowLibraries)

@@ -1,6 +1,8 @@
 # Installs the build into a scratch prefix and checks that the programs, the desktop entry
-# and its icon land where a desktop's application menu looks for them, and work from there.
-# Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE.
+# and its icon land where a desktop's application menu looks for them, and work from there,
+# and that a firmware-like project builds against the installed CMake package.
+# Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE, SOURCE_DIR, CXX,
+# TEST_FONT, EXPECTED (the example's output).
 
 file(REMOVE_RECURSE "${PREFIX}")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${PREFIX}"
@@ -12,6 +14,39 @@ endif()
 execute_process(COMMAND "${PREFIX}/bin/veltrane-fontgen-export" --version RESULT_VARIABLE status OUTPUT_VARIABLE version)
 if(NOT status EQUAL 0 OR NOT version STREQUAL "Veltrane Bitmap Font Generator v1.00\n")
   message(FATAL_ERROR "installed exporter does not run: ${status} '${version}'")
+endif()
+if(NOT EXISTS "${PREFIX}/share/man/man1/veltrane-fontgen-export.1.gz")
+  message(FATAL_ERROR "no manual page in ${PREFIX}/share/man/man1")
+endif()
+
+# The example, as a firmware builds it: only find_package(VeltraneFontGen), strict warnings.
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "failed (${status}): ${ARGN}\n${out}${err}")
+  endif()
+  set(out "${out}" PARENT_SCOPE)
+endfunction()
+set(example "${PREFIX}-example")
+file(REMOVE_RECURSE "${example}")
+file(COPY "${TEST_FONT}" DESTINATION "${example}")
+get_filename_component(font "${TEST_FONT}" NAME)
+run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}/examples/text-banner" -B "${example}" "-DCMAKE_PREFIX_PATH=${PREFIX}"
+    "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -pedantic" "-DBANNER_FONT=${example}/${font}")
+run("${CMAKE_COMMAND}" --build "${example}")
+run("${example}/text_banner" "AVAT V.jA")
+file(READ "${EXPECTED}" expected)
+if(NOT out STREQUAL expected)
+  message(FATAL_ERROR "the example drew\n${out}instead of\n${expected}")
+endif()
+# A font file touched but not changed runs the export again, which leaves the generated
+# source alone, so it is not compiled again; the build after that has nothing to do.
+file(TOUCH "${example}/${font}")
+run("${CMAKE_COMMAND}" --build "${example}")
+set(touched "${out}")
+run("${CMAKE_COMMAND}" --build "${example}")
+if(NOT touched MATCHES "Exporting bitmap font" OR touched MATCHES "Building[^\n]*banner_font" OR out MATCHES "Exporting")
+  message(FATAL_ERROR "rebuilds after touching the font:\n${touched}\n${out}")
 endif()
 if(NOT GUI)
   return()

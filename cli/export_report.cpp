@@ -1,0 +1,29 @@
+#include "cli/export_report.h"
+
+void PrintReport(FILE* err, const std::optional<std::string>& failure, const ExportReport& report)
+{
+    if (failure)
+        std::fprintf(err, "%s\n", failure->c_str());
+    for (const auto* lines : {&report.context, &report.warnings}) {
+        for (const std::string& line : *lines)
+            std::fprintf(err, "%s%s\n", kReportPrefix, line.c_str());
+    }
+}
+
+std::string Quoted(const std::string& text)
+{
+    std::string quoted = "\"";
+    for (unsigned char c : text) {
+        if (c == '"' || c == '\\') {
+            quoted += '\\';
+            quoted += static_cast<char>(c);
+        } else if (c < 0x20 || c == 0x7F) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\x%02X", c);
+            quoted += escape;
+        } else {
+            quoted += static_cast<char>(c);
+        }
+    }
+    return quoted + "\"";
+}

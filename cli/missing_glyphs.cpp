@@ -1,0 +1,32 @@
+#include "cli/missing_glyphs.h"
+
+#include "export/font_source.h"
+
+#include <array>
+
+std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList& codes, const ExportOptions& options)
+{
+    std::array<bool, 256> missing{};
+    for (uint32_t code : codes)
+        missing[code] = FT_Get_Char_Index(face, CharacterFor(code, options)) == 0;
+
+    std::string ranges;
+    for (unsigned first = 0; first < missing.size(); ++first) {
+        if (!missing[first])
+            continue;
+        unsigned last = first;
+        while (last + 1 < missing.size() && missing[last + 1])
+            ++last;
+        if (!ranges.empty())
+            ranges += ", ";
+        ranges += std::to_string(first);
+        if (last != first) {
+            ranges += '-';
+            ranges += std::to_string(last);
+        }
+        first = last;
+    }
+    if (ranges.empty())
+        return std::nullopt;
+    return "no glyph for " + ranges + "; they are exported as the font's missing-glyph shape";
+}

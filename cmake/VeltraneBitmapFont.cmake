@@ -1,0 +1,91 @@
+# veltrane_add_bitmap_font(<target> FONT <file> [NAME <base>] [HEIGHT <h>] [CHARS <text>]
+#                          [OUTPUT_DIR <dir>] [OPTIONS <exporter arguments>...])
+#
+# Exports the font at build time with veltrane-fontgen-export into <dir>/<base>.cpp and
+# <dir>/<base>.h, adds the source to <target> and <dir> to its include directories, so
+# that its code can `#include <base.h>` and use font_<base>_0 .. font_<base>_270. The
+# firmware provides ds_font.h itself, on <target>'s include path.
+#
+#   FONT        the font file (relative: to the current source directory)
+#   NAME        the base name, letters, digits and "_" (default: the font's file name
+#               without its extension, other characters made "_")
+#   HEIGHT      pixel height (exporter default 16)
+#   CHARS       character codes, e.g. 32-126,0xB0 (exporter default 32-126); separate
+#               items with commas, as a ";" would split the CMake argument
+#   OUTPUT_DIR  where the pair goes (relative: to the current binary directory;
+#               default: veltrane_fonts there)
+#   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251
+#
+# The export runs again when the font or the exporter changes. The exporter leaves files
+# whose bytes do not change untouched, and the command's output is a stamp file with the
+# pair as byproducts, so that neither make nor Ninja then recompiles the font.
+function(veltrane_add_bitmap_font target)
+  set(flags)
+  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR)
+  set(multi_values OPTIONS)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
+  set(fn "veltrane_add_bitmap_font(${target})")
+  if(arg_UNPARSED_ARGUMENTS)
+    string(REPLACE ";" " " unknown "${arg_UNPARSED_ARGUMENTS}")
+    message(FATAL_ERROR "${fn}: unknown arguments: ${unknown}")
+  endif()
+  foreach(keyword IN LISTS arg_KEYWORDS_MISSING_VALUES)
+    if(NOT keyword IN_LIST multi_values)
+      message(FATAL_ERROR "${fn}: ${keyword} needs a value")
+    endif()
+  endforeach()
+  if(NOT TARGET "${target}")
+    message(FATAL_ERROR "${fn}: there is no target ${target}; call it after add_executable or add_library")
+  endif()
+  if(NOT DEFINED arg_FONT)
+    message(FATAL_ERROR "${fn}: FONT <file> is required")
+  endif()
+  if(NOT TARGET VeltraneFontGen::veltrane-fontgen-export)
+    message(FATAL_ERROR "${fn}: the exporter target VeltraneFontGen::veltrane-fontgen-export is missing; "
+                        "use find_package(VeltraneFontGen) or add_subdirectory of its source")
+  endif()
+
+  get_filename_component(font "${arg_FONT}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+  get_source_file_property(font_is_generated "${font}" GENERATED)
+  if(NOT EXISTS "${font}" AND NOT font_is_generated)
+    message(FATAL_ERROR "${fn}: FONT ${font} does not exist")
+  endif()
+  if(DEFINED arg_NAME)
+    set(name "${arg_NAME}")
+    if(NOT name MATCHES "^[A-Za-z0-9_]+$")
+      message(FATAL_ERROR "${fn}: NAME \"${name}\" must be letters, digits and _ only (it names C identifiers)")
+    endif()
+  else()
+    get_filename_component(name "${font}" NAME_WE)
+    string(REGEX REPLACE "[^A-Za-z0-9_]" "_" name "${name}")
+  endif()
+  if(name STREQUAL "ds_font")
+    message(FATAL_ERROR "${fn}: the name ds_font would replace the firmware's ds_font.h; give another NAME")
+  endif()
+  if(NOT DEFINED arg_OUTPUT_DIR)
+    set(arg_OUTPUT_DIR veltrane_fonts)
+  endif()
+  get_filename_component(dir "${arg_OUTPUT_DIR}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
+
+  set(exporter_args)
+  if(DEFINED arg_HEIGHT)
+    list(APPEND exporter_args --height "${arg_HEIGHT}")
+  endif()
+  if(DEFINED arg_CHARS)
+    list(APPEND exporter_args --chars "${arg_CHARS}")
+  endif()
+  list(APPEND exporter_args ${arg_OPTIONS})
+
+  set(stamp "${dir}/${name}.stamp")
+  add_custom_command(
+    OUTPUT "${stamp}"
+    BYPRODUCTS "${dir}/${name}.cpp" "${dir}/${name}.h"
+    COMMAND "${CMAKE_COMMAND}" -E make_directory "${dir}"
+    COMMAND VeltraneFontGen::veltrane-fontgen-export ${exporter_args} "${font}" "${dir}/${name}.cpp"
+    COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
+    DEPENDS "${font}" VeltraneFontGen::veltrane-fontgen-export
+    COMMENT "Exporting bitmap font ${name} from ${arg_FONT}"
+    VERBATIM)
+  target_sources("${target}" PRIVATE "${dir}/${name}.cpp" "${dir}/${name}.h" "${stamp}")
+  target_include_directories("${target}" PUBLIC "${dir}")
+endfunction()
