@@ -81,8 +81,9 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
     ReadProofText(std::nullopt, codes, withProof, lines);
     auto proofOnce = [&] {
         std::string name = "bench_font";
-        if (!ExportFont(&font, name, dir.string() + "/", height, &codes, withProof) ||
-            WriteProofImage((dir / "proof.png").string(), written, lines, height))
+        FILE* png = std::fopen((dir / "proof.png").c_str(), "wb");
+        if (!ExportFont(&font, name, dir.string() + "/", height, &codes, withProof) || png == nullptr ||
+            WriteProofImage(png, written, lines, height) || std::fclose(png) != 0)
             Fail("export with proof failed");
     };
     exportOnce(); // the output size decides the size of the block write

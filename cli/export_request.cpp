@@ -12,11 +12,20 @@
 #include "raster/ft_exception.h"
 #include "raster/ft_font.h"
 
+#include <filesystem>
+
 namespace {
 
 // The generated files include the firmware's own ds_font.h, which an export of that name
 // would replace.
 constexpr const char* kConsumerHeaderName = "ds_font";
+
+// Whether two paths name the same file, links followed as far as they exist.
+bool SameFile(const std::string& a, const std::string& b)
+{
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(a, ignored) == std::filesystem::weakly_canonical(b, ignored);
+}
 
 std::string UnreadPiecesWarning(const std::vector<std::string>& pieces)
 {
@@ -49,6 +58,10 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         return kReservedNameMessage;
     }
 
+    const std::string path = output.directory + output.baseName;
+    if (request.proofPath && (SameFile(*request.proofPath, path + ".cpp") || SameFile(*request.proofPath, path + ".h")))
+        return kProofReplacesExportMessage;
+
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
@@ -75,8 +88,14 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         if (auto warning = MissingGlyphWarning(font.Face(), codes, options))
             report.warnings.push_back(*warning);
         FontPairSizes sizes;
-        if (!WriteFontPair(font, output.directory + output.baseName, output.baseName, codes, options, sizes))
-            return kWriteFailedMessage;
+        std::optional<CompanionFile> proof;
+        if (request.proofPath)
+            proof = CompanionFile{*request.proofPath, kProofWriteFailedMessage, [&](FILE* file) {
+                                      return WriteProofImage(file, written, proofLines, height);
+                                  }};
+        if (auto message = WriteFontPair(font, path, output.baseName, codes, options,
+                                         sizes, proof ? &*proof : nullptr))
+            return message;
         if (request.stats)
             report.stats = stats.Table(output.baseName + ".cpp", sizes.source, output.baseName + ".h", sizes.header);
     } catch (const FTException& e) {
@@ -84,7 +103,5 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
             report.context.push_back(*where);
         return e.what();
     }
-    if (request.proofPath)
-        return WriteProofImage(*request.proofPath, written, proofLines, height);
     return std::nullopt;
 }

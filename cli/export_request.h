@@ -31,14 +31,14 @@ struct ExportRequest {
 
 inline constexpr const char* kNoCharactersMessage = "No characters to export !";
 inline constexpr const char* kReservedNameMessage = "The name ds_font would replace the firmware's ds_font.h !";
+inline constexpr const char* kProofReplacesExportMessage = "The proof image would replace an exported file !";
 
 // Runs the export with the desktop program's rules and messages. Checks in this order,
 // each before anything slower: the height text, the character codes (all must fit in
 // 8 bits and, with a codepage, stand for a character in it; at least one), the proof
-// text (every character exported), the output name (not ds_font), opening the font and
-// setting its size, writing, the proof image. The files are replaced only when both were
-// written whole (see WriteFontPair).
-// Returns the message of the first failure, or nothing when both files (and the proof
-// image, when asked for) were written; `report` receives what the failure concerns, the
-// warnings and, with `stats`, the table.
+// text (every character exported), the output name (not ds_font, not the proof's),
+// opening the font and setting its size, writing the files and the proof image. The
+// files are replaced only when all were written whole (see WriteFontPair).
+// Returns the message of the first failure, or nothing when all were written; `report`
+// receives what the failure concerns, the warnings and, with `stats`, the table.
 std::optional<std::string> RunExport(const ExportRequest& request, ExportReport& report);

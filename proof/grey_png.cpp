@@ -48,15 +48,10 @@ bool Encode(FILE* file, const GreyImage& image, png_bytepp rows)
 
 } // namespace
 
-bool WriteGreyPng(const std::string& path, const GreyImage& image)
+bool WriteGreyPng(FILE* file, const GreyImage& image)
 {
     std::vector<png_bytep> rows(image.height);
     for (unsigned y = 0; y < image.height; ++y)
         rows[y] = const_cast<png_bytep>(image.pixels.data()) + size_t{y} * image.width;
-    FILE* file = std::fopen(path.c_str(), "wb");
-    if (file == nullptr)
-        return false;
-    const bool written = Encode(file, image, rows.data());
-    // The end of the file is still in stdio's buffer: a full disk may show only here.
-    return std::fclose(file) == 0 && written;
+    return Encode(file, image, rows.data());
 }

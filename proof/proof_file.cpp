@@ -3,8 +3,8 @@
 #include "proof/grey_png.h"
 #include "proof/proof_picture.h"
 
-std::optional<std::string> WriteProofImage(const std::string& path, const WrittenFont& font,
-                                           const ProofLines& lines, unsigned exportHeight)
+std::optional<std::string> WriteProofImage(FILE* file, const WrittenFont& font, const ProofLines& lines,
+                                           unsigned exportHeight)
 {
     const ProofLayout layout = LayOutProof(font, lines, exportHeight);
     const int64_t width = layout.PictureWidth(), height = layout.PictureHeight();
@@ -12,7 +12,7 @@ std::optional<std::string> WriteProofImage(const std::string& path, const Writte
         return "The proof image would be " + std::to_string(width) + " x " + std::to_string(height) +
                " pixels, too large (at most " + std::to_string(kProofMaxSide) + " a side and " +
                std::to_string(kProofMaxPixels) + " in all) !";
-    if (!WriteGreyPng(path, DrawProof(font, lines, layout)))
+    if (!WriteGreyPng(file, DrawProof(font, lines, layout)))
         return kProofWriteFailedMessage;
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #include "proof/written_font.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <optional>
 #include <string>
 
@@ -14,8 +15,8 @@ inline constexpr const char* kProofWriteFailedMessage = "Error writing the proof
 inline constexpr int64_t kProofMaxSide = 1000000;
 inline constexpr int64_t kProofMaxPixels = int64_t{1} << 28;
 
-// Draws the proof of `lines` from what an export at `exportHeight` pixels wrote and saves
-// it as the PNG `path`. Returns the message when the picture would be too large (nothing
-// is then written) or the file cannot be written; nothing on success.
-std::optional<std::string> WriteProofImage(const std::string& path, const WrittenFont& font,
-                                           const ProofLines& lines, unsigned exportHeight);
+// Draws the proof of `lines` from what an export at `exportHeight` pixels wrote and writes
+// it to `file` as a PNG. Returns the message when the picture would be too large (nothing
+// is then written) or libpng fails; nothing otherwise. The caller closes the file.
+std::optional<std::string> WriteProofImage(FILE* file, const WrittenFont& font, const ProofLines& lines,
+                                           unsigned exportHeight);

@@ -148,6 +148,12 @@ TEST(ExportProgram, Faults)
         {{"Font.h/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.h"}},
         {{"Font.cpp@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
         {{"Font.cpp", "Font.h@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
+        // A proof that cannot be written fails the export as a whole.
+        {{"Font.cpp", "p.png@"}, {"--chars", "65", "--proof", "@p.png", "FONT", "@Font.cpp"}, 1, proofFailed, "", {"Font.cpp", "p.png"}},
+        {{}, {"--chars", "65", "--proof", "@gone/p.png", "FONT", "@Font.cpp"}, 1, proofFailed},
+        {{"Font.h"}, {"--proof", "@./Font.h", "FONT", "@Font.cpp"}, 1, "The proof image would replace an exported file !\n", "", {"Font.h"}},
+        {{}, {"--height", "256", "--chars", "65", "--proof", "@p.png", "--proof-text", std::string(40, '\n'), "FONT", "@Font.cpp"},
+         1, "The proof image would be 25776 x 11992 pixels, too large (at most 1000000 a side and 268435456 in all) !\n"},
         // Usage errors.
         {{}, {}, 2, "Usage:"},
         {{}, {"FONT", "@Font.cpp", "extra"}, 2, "Usage:"},
