@@ -1,5 +1,5 @@
 # veltrane_add_bitmap_font(<target> FONT <file> [NAME <base>] [HEIGHT <h>] [CHARS <text>]
-#                          [OUTPUT_DIR <dir>] [OPTIONS <exporter arguments>...])
+#                          [OUTPUT_DIR <dir>] [PROOF <png>] [OPTIONS <exporter arguments>...])
 #
 # Exports the font at build time with veltrane-fontgen-export into <dir>/<base>.cpp and
 # <dir>/<base>.h, adds the source to <target> and <dir> to its include directories, so
@@ -14,6 +14,8 @@
 #               items with commas, as a ";" would split the CMake argument
 #   OUTPUT_DIR  where the pair goes (relative: to the current binary directory;
 #               default: veltrane_fonts there)
+#   PROOF       also draw a proof image of the exported font, e.g. PROOF banner_font.png
+#               (relative: to <dir>); its text can follow in OPTIONS --proof-text <text>
 #   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251
 #
 # The export runs again when the font or the exporter changes. The exporter leaves files
@@ -21,7 +23,7 @@
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
 function(veltrane_add_bitmap_font target)
   set(flags)
-  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR)
+  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF)
   set(multi_values OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
@@ -74,12 +76,17 @@ function(veltrane_add_bitmap_font target)
   if(DEFINED arg_CHARS)
     list(APPEND exporter_args --chars "${arg_CHARS}")
   endif()
+  set(proof)
+  if(DEFINED arg_PROOF)
+    get_filename_component(proof "${arg_PROOF}" ABSOLUTE BASE_DIR "${dir}")
+    list(APPEND exporter_args --proof "${proof}")
+  endif()
   list(APPEND exporter_args ${arg_OPTIONS})
 
   set(stamp "${dir}/${name}.stamp")
   add_custom_command(
     OUTPUT "${stamp}"
-    BYPRODUCTS "${dir}/${name}.cpp" "${dir}/${name}.h"
+    BYPRODUCTS "${dir}/${name}.cpp" "${dir}/${name}.h" ${proof}
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${dir}"
     COMMAND VeltraneFontGen::veltrane-fontgen-export ${exporter_args} "${font}" "${dir}/${name}.cpp"
     COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
