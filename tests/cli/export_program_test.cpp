@@ -14,6 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::string kTestFont = VELTRANE_TEST_FONT_DIR "/veltrane-test.ttf";
+const std::string kTestFontWithoutGpos = VELTRANE_TEST_FONT_DIR "/veltrane-test-legacy-kern.ttf";
 const std::string kNotoSans = "/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf";
 const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb";
 const std::string kWriteFailed = "Error writing file !\n";
@@ -50,6 +51,11 @@ TEST(ExportProgram, GoldenExports)
         {"golden_font", {"--chars", "32,65,86,84,46,106,233,66,65", "FONT"}},
         // Cyrillic from a sample text, under its CP1251 bytes.
         {"cp1251_font", {"--height", "12", "--codepage", "cp1251", "--text", "Привет", kNotoSans}},
+        // The GPOS pairs, eacute's too; auto takes them, or the legacy table from a font without GPOS.
+        {"gpos_font", {"--kerning", "gpos", "--chars", "32,65,86,84,46,106,233,66,65", "FONT"}},
+        {"gpos_font", {"--kerning", "auto", "--chars", "32,65,86,84,46,106,233,66,65", "FONT"}},
+        {"golden_font", {"--kerning", "auto", "--chars", "32,65,86,84,46,106,233,66,65", kTestFontWithoutGpos}},
+        {"russian_gpos", {"--height", "11", "--codepage", "CP1251", "--text", "Привет, мир", "--kerning", "gpos", kNotoSans}},
     };
     const fs::path expected = VELTRANE_EXPECTED_DIR;
     const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
@@ -113,6 +119,7 @@ TEST(ExportProgram, Faults)
         {{}, {"--codepage", "UTF-8", "FONT", "@Font.cpp"}, 2, "codepage \"UTF-8\" is not an 8-bit encoding"},
         {{}, {"--codepage", "no-such", "FONT", "@Font.cpp"}, 2, "unknown codepage \"no-such\""},
         {{}, {"--face", "-1", "FONT", "@Font.cpp"}, 2, "--face"},
+        {{}, {"--kerning", "GPOS", "FONT", "@Font.cpp"}, 2, "--kerning: \"GPOS\" is not legacy, gpos or auto"},
         // Successes: the files named as the save dialog would; help and version on standard output.
         {{"sub/"}, {"--chars", "65", "FONT", "@sub/My Font-2.cpp"}, 0, "", "", {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", "FONT", "@Font.CPP"}, 0, "", "", {"Font.cpp", "Font.h"}},
