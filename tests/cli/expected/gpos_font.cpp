@@ -55,7 +55,7 @@ static const ds_bitmap_font_char_t char_32_270 =
 
 
 static const char char_65_ktp[] = {84, 46, 106, 0};
-static const int8_t char_65_ktd[] = {-3, 1, -1, 0};
+static const int8_t char_65_ktd[] = {-3, 127, -1, 0};
 static const uint8_t char_65_pixels_0[] = {
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
@@ -153,7 +153,7 @@ static const ds_bitmap_font_char_t char_65_270 =
 
 
 static const char char_86_ktp[] = {65, 106, 0};
-static const int8_t char_86_ktd[] = {-1, -1, 0};
+static const int8_t char_86_ktd[] = {-3, -1, 0};
 static const uint8_t char_86_pixels_0[] = {
 0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 
 0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 
@@ -523,7 +523,7 @@ static const ds_bitmap_font_char_t char_106_270 =
 
 
 static const char char_233_ktp[] = {86, 106, 0};
-static const int8_t char_233_ktd[] = {-2, -1, 0};
+static const int8_t char_233_ktd[] = {-128, -1, 0};
 static const uint8_t char_233_pixels_0[] = {
 0x00, 0xFF, 0xFF, 0x00, 
 0x00, 0xFF, 0xFF, 0x00, 
