@@ -56,7 +56,7 @@ So at 16 px in whole pixels: A V -1, V A -2, A T -1 (UNFITTED >> 6 would give -2
 V . +1, eacute V -1 (only when looked up as U+00E9; 0xE9 sign-extended names no glyph
 and gives 0). Every other pair, including any pair with glyph 0, gives (0, 0).
 
-GPOS_KERN: kerning unlike the legacy table's, clamped, only at 16 ppem, beside ligatures and dist.
+GPOS_KERN: kerning unlike the legacy table's, clamped, in context, at 16 ppem, beside ligatures and dist.
 """
 
 import sys
@@ -101,7 +101,7 @@ KERN_PAIRS = {
     ("eacute", "V"): -128,
 }
 
-GPOS_KERN = """feature kern { pos A V <0 0 -64 0 <device NULL> <device NULL> <device 16 -2> <device NULL>>;
+GPOS_KERN = """feature kern { pos A V' <-64 0 0 0 <device 16 -2> <device NULL> <device NULL> <device NULL>>;
 pos T A -192; pos V eacute -9000; pos period A 9000; pos j <-64 0 -128 0>; } kern;
 feature dist { pos T period 64; pos j <64 0 0 0>; } dist; feature liga { sub T A by V; } liga;
 feature clig { sub A V by T; } clig; feature calt { sub V eacute by A; } calt; feature rlig { sub period A by j; } rlig;"""
