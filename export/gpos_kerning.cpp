@@ -14,8 +14,8 @@ bool ShapesPlainly(hb_script_t script)
     return script == HB_SCRIPT_LATIN || script == HB_SCRIPT_CYRILLIC || script == HB_SCRIPT_GREEK;
 }
 
-// Stands beside a character shaped on its own: a code point no font maps, so that no
-// lookup has a reason to join it with the character.
+// Stands beside a character shaped on its own to read the flags at the character's edge:
+// the last code point, which fonts leave unmapped, so that lookups rarely look at it.
 constexpr hb_codepoint_t kNeighbour = 0x10FFFF;
 
 int8_t WholePixels(hb_position_t kernOn, hb_position_t kernOff)
@@ -28,10 +28,10 @@ int8_t WholePixels(hb_position_t kernOn, hb_position_t kernOff)
 // Shaping each pair twice is the definition; two promises HarfBuzz documents for its glyph
 // flags let most pairs go with less, and the result stays the same:
 // - Safe to concatenate. A character shaped before a neighbour, with the place between them
-//   safe to concatenate, keeps its glyph and position whatever follows it; likewise one
-//   shaped after a neighbour. When both characters of a pair are so, the pair shapes as the
-//   two side by side, and needs no shaping of its own. (Characters a lookup of the font
-//   tries to join with a following glyph, in kerning most of them, never are.)
+//   not marked unsafe to concatenate, keeps its glyph and position whatever follows it;
+//   likewise one shaped after a neighbour. Two such pieces of text put together shape as
+//   they did apart, so a pair of them needs no shaping of its own. (A character that some
+//   lookup tries to join with what follows it never is one: in a kerned font, most letters.)
 // - Safe to break. When HarfBuzz marks the place between the two glyphs of a pair shaped
 //   with kerning on safe to break, the pair shapes with kerning on as the two characters
 //   shaped alone. Kerning off runs the same substitutions and a subset of the positioning
