@@ -2,8 +2,10 @@
 
 #include "export/font_source.h"
 #include "export/pair_shaper.h"
+#include "export/thread_on_another_core.h"
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 
 namespace {
@@ -25,22 +27,27 @@ int8_t WholePixels(hb_position_t kernOn, hb_position_t kernOff)
 
 // Works out the value of every ordered pair of the listed characters.
 //
-// Shaping each pair twice is the definition; two promises HarfBuzz documents for its glyph
-// flags let most pairs go with less, and the result stays the same:
+// Shaping each pair twice is the definition. Promises HarfBuzz documents for its glyph
+// flags let most pairs go with less, for the same result:
 // - Safe to concatenate. A character shaped before a neighbour, with the place between them
 //   not marked unsafe to concatenate, keeps its glyph and position whatever follows it;
 //   likewise one shaped after a neighbour. Two such pieces of text put together shape as
 //   they did apart, so a pair of them needs no shaping of its own. (A character that some
 //   lookup tries to join with what follows it never is one: in a kerned font, most letters.)
-// - Safe to break. When HarfBuzz marks the place between the two glyphs of a pair shaped
-//   with kerning on safe to break, the pair shapes with kerning on as the two characters
-//   shaped alone. Kerning off runs the same substitutions and a subset of the positioning
-//   lookups on the same glyphs, and positioning lookups choose where to apply by glyphs
-//   alone, never by positions; so whatever joins the two glyphs with kerning off joins
-//   them with it on as well, the place is safe with kerning off too, and the shaping with
-//   kerning off is the two characters shaped alone with it off.
-// Both only for scripts of HarfBuzz's default shaper, which looks at no text around the
-// buffer, and faces without Apple layout tables; everything else is shaped both ways.
+// - Safe to break. Cutting a shaped text where HarfBuzz has not marked it unsafe to break,
+//   and shaping the pieces alone, gives the same glyphs and positions. So the pairs of such
+//   a character P are shaped with kerning on as one text, "P C1 P C2 ...": a pair with safe
+//   places on both sides is cut out as its own piece, or as P and C each alone when the
+//   place between them is safe too; then nothing joined them, and shaped alone the pair is
+//   the two side by side. (Whatever joins P and C, or the text around to either of them, is
+//   marked across the place it crosses.) Other pairs are shaped alone.
+// - Kerning off runs the same substitutions and a subset of the positioning lookups on the
+//   same glyphs, and positioning lookups choose where to apply by glyphs alone, never by
+//   positions; so whatever joins the two glyphs with kerning off joins them with it on as
+//   well. A pair whose glyphs nothing joins with kerning on shapes with kerning off as the
+//   two characters shaped alone with it off.
+// All of it only for scripts of HarfBuzz's default shaper, which looks at no text around
+// the buffer, and faces without Apple layout tables; everything else is shaped both ways.
 class PairTable
 {
 public:
@@ -65,19 +72,17 @@ public:
     // values[first * count + second]
     std::vector<int8_t> Compute()
     {
-        const size_t count = characters.size();
+        // Rows go to whichever thread asks next: a thread the system starts late, or
+        // shares a core with another, simply takes fewer.
         const unsigned threads = std::clamp<unsigned>(std::thread::hardware_concurrency(), 1, 8);
         std::vector<std::thread> workers;
-        unsigned started = 1; // this thread takes rows 0, threads, 2 * threads, ...
         try {
-            for (; started < threads && started < count; ++started)
-                workers.emplace_back([this, started, threads] { ComputeRows(started, threads); });
+            while (workers.size() + 1 < threads)
+                workers.push_back(StartOnAnotherCore([this] { ComputeRows(); }));
         } catch (const std::system_error&) {
-            // No more threads: this one takes the rows of those that did not start.
+            // No more threads: those running take all rows.
         }
-        ComputeRows(0, threads);
-        for (unsigned rest = started; rest < threads; ++rest)
-            ComputeRows(rest, threads);
+        ComputeRows();
         for (std::thread& worker : workers)
             worker.join();
         return std::move(values);
@@ -130,16 +135,108 @@ private:
         return *std::find_if(singles.begin(), singles.end(), [script](const Singles& s) { return s.script == script; });
     }
 
-    // The rows of the first characters first, first + step, ...
-    void ComputeRows(size_t first, size_t step)
+    struct Scratch
     {
-        hb_buffer_t* buffer = hb_buffer_create();
-        const size_t count = characters.size();
-        for (size_t p = first; p < count; p += step)
-            for (size_t c = 0; c < count; ++c)
-                if (const int8_t value = Value(buffer, p, c))
-                    values[p * count + c] = value;
-        hb_buffer_destroy(buffer);
+        hb_buffer_t* row = hb_buffer_create();
+        hb_buffer_t* pair = hb_buffer_create();
+        std::vector<hb_codepoint_t> text;
+        std::vector<size_t> columns;
+        std::vector<int> clusterStart;
+        ~Scratch()
+        {
+            hb_buffer_destroy(row);
+            hb_buffer_destroy(pair);
+        }
+    };
+
+    void ComputeRows()
+    {
+        Scratch scratch;
+        for (size_t p; (p = nextRow++) < characters.size();)
+            if (hasGlyph[p])
+                ComputeRow(scratch, p);
+    }
+
+    void ComputeRow(Scratch& scratch, size_t first)
+    {
+        for (const Singles& s : singles) {
+            scratch.columns.clear();
+            for (size_t second = 0; second < characters.size(); ++second) {
+                if (!hasGlyph[second] || PairScript(scripts[first], scripts[second]) != s.script)
+                    continue;
+                if (s.shortcuts && !s.aloneKernOff.empty() && !FromNeighbours(s, first, second))
+                    scratch.columns.push_back(second);
+                else
+                    Store(first, second, Value(scratch.pair, first, second));
+            }
+            if (!scratch.columns.empty())
+                ComputeInOneText(scratch, s, first);
+        }
+    }
+
+    // Shapes the pairs of `first` with the characters of scratch.columns as one text.
+    void ComputeInOneText(Scratch& scratch, const Singles& s, size_t first)
+    {
+        std::vector<hb_codepoint_t>& text = scratch.text;
+        text.clear();
+        for (size_t second : scratch.columns) {
+            text.push_back(characters[first]);
+            text.push_back(characters[second]);
+        }
+        if (!shaper.ShapeText(scratch.row, text.data(), text.size(), s.script, true)) {
+            for (size_t second : scratch.columns)
+                Store(first, second, Value(scratch.pair, first, second));
+            return;
+        }
+        unsigned count = 0;
+        const hb_glyph_info_t* info = hb_buffer_get_glyph_infos(scratch.row, &count);
+        const hb_glyph_position_t* position = hb_buffer_get_glyph_positions(scratch.row, &count);
+        // The first glyph of each character that starts a cluster; clusters are the
+        // characters' places, in order.
+        std::vector<int>& start = scratch.clusterStart;
+        start.assign(text.size() + 1, -1);
+        for (unsigned g = count; g-- > 0;)
+            start[info[g].cluster] = static_cast<int>(g);
+        start[text.size()] = static_cast<int>(count);
+        auto safe = [&](size_t place) { // before character `place`, or at the end
+            return start[place] >= 0 && (place == 0 || place == text.size() ||
+                                         !(hb_glyph_info_get_glyph_flags(&info[start[place]]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK));
+        };
+        for (size_t i = 0; i < scratch.columns.size(); ++i) {
+            const size_t second = scratch.columns[i], p = 2 * i, c = p + 1, next = p + 2;
+            if (!safe(p) || !safe(next)) {
+                Store(first, second, Value(scratch.pair, first, second));
+                continue;
+            }
+            const int g = start[p];
+            if (start[next] - g != 2)
+                continue; // the pair does not give two glyphs
+            const hb_position_t kernOn = position[g].x_advance + position[g + 1].x_offset - position[g].x_offset;
+            const ShapedText &alone = s.aloneKernOff[first], &secondAlone = s.aloneKernOff[second];
+            if (start[c] == g + 1 && safe(c) && alone.glyphs == 1 && secondAlone.glyphs == 1) {
+                Store(first, second, WholePixels(kernOn, alone.advance[0] + secondAlone.offset[0] - alone.offset[0]));
+            } else {
+                const hb_codepoint_t pair[2] = {characters[first], characters[second]};
+                const ShapedText kernOff = shaper.Shape(scratch.pair, pair, 2, s.script, false);
+                if (kernOff.glyphs == 2)
+                    Store(first, second, WholePixels(kernOn, kernOff.Distance()));
+            }
+        }
+    }
+
+    void Store(size_t first, size_t second, int8_t value)
+    {
+        if (value != 0)
+            values[first * characters.size() + second] = value;
+    }
+
+    // Whether the pieces beside a neighbour give both shapings of the pair.
+    static bool FromNeighbours(const Singles& s, size_t first, size_t second)
+    {
+        for (bool kern : {false, true})
+            if (!s.beforeNeighbour[kern][first].safeToConcat || !s.afterNeighbour[kern][second].safeToConcat)
+                return false;
+        return true;
     }
 
     int8_t Value(hb_buffer_t* buffer, size_t first, size_t second) const
@@ -179,6 +276,7 @@ private:
     std::vector<hb_script_t> scripts;
     std::vector<Singles> singles;
     std::vector<int8_t> values;
+    std::atomic<size_t> nextRow = 0;
 };
 
 } // namespace

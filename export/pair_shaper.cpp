@@ -86,8 +86,8 @@ bool PairShaper::KernOnlyPositions(hb_script_t script) const
     return PlansOf(script).kernOnlyPositions;
 }
 
-ShapedText PairShaper::Shape(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
-                             bool kern, bool concatFlags) const
+bool PairShaper::ShapeText(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
+                           bool kern, bool concatFlags) const
 {
     const Plans& chosen = PlansOf(script);
     const hb_segment_properties_t properties = PropertiesOf(script);
@@ -96,8 +96,14 @@ ShapedText PairShaper::Shape(hb_buffer_t* buffer, const hb_codepoint_t* text, un
     hb_buffer_add_codepoints(buffer, text, static_cast<int>(length), 0, static_cast<int>(length));
     hb_buffer_set_segment_properties(buffer, &properties);
     hb_buffer_set_flags(buffer, concatFlags ? HB_BUFFER_FLAG_PRODUCE_UNSAFE_TO_CONCAT : HB_BUFFER_FLAG_DEFAULT);
+    return hb_shape_plan_execute(kern ? chosen.kernOn : chosen.kernOff, font, buffer, features.data(), features.size());
+}
+
+ShapedText PairShaper::Shape(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
+                             bool kern, bool concatFlags) const
+{
     ShapedText shaped;
-    if (!hb_shape_plan_execute(kern ? chosen.kernOn : chosen.kernOff, font, buffer, features.data(), features.size()))
+    if (!ShapeText(buffer, text, length, script, kern, concatFlags))
         return shaped;
     unsigned count = 0;
     const hb_glyph_info_t* info = hb_buffer_get_glyph_infos(buffer, &count);

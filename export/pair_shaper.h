@@ -45,6 +45,9 @@ public:
     // One or two characters in a prepared script.
     ShapedText Shape(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
                      bool kern, bool concatFlags = false) const;
+    // Any text in a prepared script; the glyphs stay in `buffer`. False when shaping failed.
+    bool ShapeText(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script, bool kern,
+                   bool concatFlags = false) const;
     // Whether the character maps to a glyph other than glyph 0.
     bool HasGlyph(hb_codepoint_t character) const;
 
