@@ -102,7 +102,7 @@ KERN_PAIRS = {
 }
 
 GPOS_KERN = """feature kern { pos A V' <-64 0 0 0 <device 16 -2> <device NULL> <device NULL> <device NULL>>;
-pos T A -192; pos V eacute -9000; pos period A 9000; pos j <-64 0 -128 0>; } kern;
+pos T A -192; pos V eacute -9000; pos period A 9000; pos period T -64; pos j <-64 0 -128 0>; pos T <64 0 0 0>; } kern;
 feature dist { pos T period 64; pos j <64 0 0 0>; } dist; feature liga { sub T A by V; } liga;
 feature clig { sub A V by T; } clig; feature calt { sub V eacute by A; } calt; feature rlig { sub period A by j; } rlig;"""
 

@@ -1,7 +1,7 @@
 #include <gpos_font.h>
 
-static const char char_32_ktp[] = {106, 0};
-static const int8_t char_32_ktd[] = {-1, 0};
+static const char char_32_ktp[] = {84, 106, 0};
+static const int8_t char_32_ktd[] = {-1, -1, 0};
 static const ds_bitmap_font_char_t char_32_0 = 
 {
 .w = 0,
@@ -55,7 +55,7 @@ static const ds_bitmap_font_char_t char_32_270 =
 
 
 static const char char_65_ktp[] = {84, 46, 106, 0};
-static const int8_t char_65_ktd[] = {-3, 127, -1, 0};
+static const int8_t char_65_ktd[] = {-4, 127, -1, 0};
 static const uint8_t char_65_pixels_0[] = {
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
@@ -152,8 +152,8 @@ static const ds_bitmap_font_char_t char_65_270 =
 };
 
 
-static const char char_86_ktp[] = {65, 106, 0};
-static const int8_t char_86_ktd[] = {-3, -1, 0};
+static const char char_86_ktp[] = {65, 84, 106, 0};
+static const int8_t char_86_ktd[] = {-3, -1, -1, 0};
 static const uint8_t char_86_pixels_0[] = {
 0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 
 0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 
@@ -246,8 +246,8 @@ static const ds_bitmap_font_char_t char_86_270 =
 };
 
 
-static const char char_84_ktp[] = {106, 0};
-static const int8_t char_84_ktd[] = {-1, 0};
+static const char char_84_ktp[] = {32, 65, 86, 233, 0};
+static const int8_t char_84_ktd[] = {1, 1, 1, 1, 0};
 static const uint8_t char_84_pixels_0[] = {
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
@@ -350,8 +350,8 @@ static const ds_bitmap_font_char_t char_84_270 =
 };
 
 
-static const char char_46_ktp[] = {106, 0};
-static const int8_t char_46_ktd[] = {-1, 0};
+static const char char_46_ktp[] = {84, 106, 0};
+static const int8_t char_46_ktd[] = {-1, -1, 0};
 static const uint8_t char_46_pixels_0[] = {
 0xFF, 0xFF, 
 0xFF, 0xFF, 
@@ -425,7 +425,7 @@ static const ds_bitmap_font_char_t char_46_270 =
 
 
 static const char char_106_ktp[] = {32, 65, 86, 84, 46, 106, 233, 0};
-static const int8_t char_106_ktd[] = {-1, -1, -1, -1, -1, -2, -1, 0};
+static const int8_t char_106_ktd[] = {-1, -1, -1, -2, -1, -2, -1, 0};
 static const uint8_t char_106_pixels_0[] = {
 0xFF, 0xFF, 0xFF, 0xFF, 
 0xFF, 0xFF, 0xFF, 0xFF, 
@@ -522,8 +522,8 @@ static const ds_bitmap_font_char_t char_106_270 =
 };
 
 
-static const char char_233_ktp[] = {86, 106, 0};
-static const int8_t char_233_ktd[] = {-128, -1, 0};
+static const char char_233_ktp[] = {86, 84, 106, 0};
+static const int8_t char_233_ktd[] = {-128, -1, -1, 0};
 static const uint8_t char_233_pixels_0[] = {
 0x00, 0xFF, 0xFF, 0x00, 
 0x00, 0xFF, 0xFF, 0x00, 
