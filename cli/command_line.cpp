@@ -25,7 +25,7 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --height 12 --chars 32-126,0xB0 DejaVuSans.ttf out/Small.cpp\n"
     "  veltrane-fontgen-export --text 'Menu Settings 12:45' Roboto-Regular.ttf out/Ui.cpp\n"
     "  veltrane-fontgen-export --codepage CP1251 --chars 32-126 --text 'Привет, мир' \\\n"
-    "      NotoSans-Regular.ttf out/Russian.cpp\n"
+    "      --kerning gpos NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp\n"
@@ -34,6 +34,17 @@ constexpr const char* kFooter =
     "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
     "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
     "command line could not be read.";
+
+KerningMode ParseKerning(const std::string& text)
+{
+    if (text == "legacy")
+        return KerningMode::Legacy;
+    if (text == "gpos")
+        return KerningMode::Gpos;
+    if (text == "auto")
+        return KerningMode::Auto;
+    throw CLI::ValidationError("--kerning", "\"" + text + "\" is not legacy, gpos or auto");
+}
 
 // A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
 std::string CheckNamesFile(const std::string& path)
@@ -72,6 +83,14 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
            "the character it stands for, e.g. --codepage CP1251 (default: a code is its own\n"
            "Unicode character)")
         ->type_name("NAME");
+    app.add_option_function<std::string>(
+           "--kerning", [&request](const std::string& text) { request.kerning = ParseKerning(text); },
+           "Where the kerning pairs come from: legacy (the font's old 'kern' table, as the\n"
+           "desktop program reads it), gpos (the OpenType 'kern' feature, each pair shaped with\n"
+           "HarfBuzz; most modern fonts kern only this way) or auto (gpos when the font has that\n"
+           "feature, otherwise legacy), e.g. --kerning gpos")
+        ->type_name("SOURCE")
+        ->default_str("legacy");
     app.add_option("--face", request.faceIndex, "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1")
         ->type_name("N")
         ->capture_default_str()

@@ -8,4 +8,6 @@ struct KerningPair
 {
     char prev;
     int8_t delta;
+
+    bool operator==(const KerningPair&) const = default;
 };

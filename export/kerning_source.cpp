@@ -1,5 +1,7 @@
 #include "export/kerning_source.h"
 
+#include "export/gpos_kerning.h"
+#include "export/harfbuzz_face.h"
 #include "export/kerning_pairs.h"
 
 namespace {
@@ -30,5 +32,10 @@ private:
 std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const CharCodeList& codes,
                                                  const ExportOptions& options)
 {
+    if (options.kerning != KerningMode::Legacy) {
+        const HarfBuzzFace face(font.Face());
+        if (options.kerning == KerningMode::Gpos || face.HasGposKerning())
+            return std::make_unique<GposKerning>(face, font.Face()->size->metrics.y_ppem, codes, options);
+    }
     return std::make_unique<LegacyKerning>(font, codes, options.codepage);
 }

@@ -19,6 +19,7 @@ public:
 };
 
 // `codes` is the list as exported (each code once); both it and `font` must outlive the
-// source, and the face must be set to the export size.
+// source, and the face must be set to the export size. A GPOS source (KerningMode::Gpos,
+// or Auto for a face whose GPOS table has a 'kern' feature) works out every pair here.
 std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const CharCodeList& codes,
                                                  const ExportOptions& options);

@@ -63,9 +63,15 @@ TEST(ExportProgram, GoldenExports)
         // the char tables cannot reach, a code the font lacks, and a repeat; its proof.
         {"golden_font",
          {"--chars", "32,65,86,84,46,106,233,66,65", "--proof", "@golden_font.png", "--proof-text", "AVAT. Tj\nVA.é B", "FONT"}},
-        // Cyrillic from a sample text, under its CP1251 bytes; the proof shows each code once, 16 to a line.
+        // The GPOS pairs, eacute's too; auto takes them, or the legacy table from a font without GPOS.
+        {"gpos_font", {"--kerning", "gpos", "--chars", "32,65,86,84,46,106,233,66,65", "FONT"}},
+        {"gpos_font", {"--kerning", "auto", "--chars", "32,65,86,84,46,106,233,66,65", "FONT"}},
+        {"golden_font", {"--kerning", "auto", "--chars", "32,65,86,84,46,106,233,66,65", VELTRANE_TEST_FONT_DIR "/veltrane-test-legacy-kern.ttf"}},
+        // Under a codepage the legacy table is asked for the characters the bytes stand for: eacute V kerns.
+        {"latin1_font", {"--codepage", "ISO-8859-1", "--chars", "86,233,65", "FONT"}},
+        // Cyrillic from a sample text under its CP1251 bytes, GPOS kerning; the proof shows each code once, 16 to a line.
         {"cp1251_font", {"--height", "12", "--codepage", "cp1251", "--chars", "46,44", "--text", "Привет, мир! Съешь ещё булок",
-                         "--proof", "@cp1251_font.png", kNotoSans}},
+                         "--kerning", "gpos", "--proof", "@cp1251_font.png", kNotoSans}},
     };
     const fs::path expected = VELTRANE_EXPECTED_DIR;
     const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
@@ -163,6 +169,7 @@ TEST(ExportProgram, Faults)
         {{}, {"--codepage", "no-such", "FONT", "@Font.cpp"}, 2, "unknown codepage \"no-such\""},
         {{}, {"--face", "-1", "FONT", "@Font.cpp"}, 2, "--face"},
         {{}, {"--proof-text", "A", "FONT", "@Font.cpp"}, 2, "--proof-text requires --proof"},
+        {{}, {"--kerning", "GPOS", "FONT", "@Font.cpp"}, 2, "--kerning: \"GPOS\" is not legacy, gpos or auto"},
         // Successes: the files named as the save dialog would; help and version on standard output.
         {{"sub/"}, {"--chars", "65", "FONT", "@sub/My Font-2.cpp"}, 0, "", "", {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", "FONT", "@Font.CPP"}, 0, "", "", {"Font.cpp", "Font.h"}},

@@ -1,5 +1,5 @@
 // Fuzz target for a font file as a user may hand it to the tool: written to a file, opened,
-// and exported at a few heights with ASCII and some Latin-1 letters. FreeType refusing the
+// and exported at a few heights (odd ones with GPOS kerning) with ASCII and some Latin-1 letters. FreeType refusing the
 // file, a size or a glyph (FTException) is a correct outcome; besides the sanitizers' checks
 // it fails when a successful export lacks a complete file or a failed one leaves a header.
 #include "export/export_font.h"
@@ -61,8 +61,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     for (unsigned height : heights) {
         fs::remove(dir / "f.h");
         std::string name = "f";
+        ExportOptions options;
+        options.kerning = height % 2 ? KerningMode::Auto : KerningMode::Legacy; // GPOS where the font has it
         try {
-            Check(ExportFont(&font, name, dir.string() + "/", height, &codes), "the export into a writable directory failed");
+            Check(ExportFont(&font, name, dir.string() + "/", height, &codes, options),
+                  "the export into a writable directory failed");
         } catch (const FTException&) {
             Check(!fs::exists(dir / "f.h"), "a FreeType failure left a header");
             continue;

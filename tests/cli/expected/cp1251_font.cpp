@@ -1,5 +1,7 @@
 #include <cp1251_font.h>
 
+static const char char_46_ktp[] = {242, 0};
+static const int8_t char_46_ktd[] = {-1, 0};
 static const uint8_t char_46_pixels_0[] = {
 0x0B, 0xBD, 0x2D, 
 0x10, 0xE3, 0x3A, 
@@ -29,8 +31,8 @@ static const ds_bitmap_font_char_t char_46_0 =
 .xoff = 0,
 .yoff = 2,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_46_ktp,
+.kerning_table_delta = char_46_ktd,
 .pixels = char_46_pixels_0
 };
 
@@ -42,8 +44,8 @@ static const ds_bitmap_font_char_t char_46_90 =
 .xoff = 0,
 .yoff = 2,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_46_ktp,
+.kerning_table_delta = char_46_ktd,
 .pixels = char_46_pixels_90
 };
 
@@ -55,8 +57,8 @@ static const ds_bitmap_font_char_t char_46_180 =
 .xoff = 0,
 .yoff = 2,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_46_ktp,
+.kerning_table_delta = char_46_ktd,
 .pixels = char_46_pixels_180
 };
 
@@ -68,12 +70,14 @@ static const ds_bitmap_font_char_t char_46_270 =
 .xoff = 0,
 .yoff = 2,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_46_ktp,
+.kerning_table_delta = char_46_ktd,
 .pixels = char_46_pixels_270
 };
 
 
+static const char char_44_ktp[] = {242, 0};
+static const int8_t char_44_ktd[] = {-1, 0};
 static const uint8_t char_44_pixels_0[] = {
 0x05, 0xFA, 0x2C, 
 0x2F, 0xDA, 0x00, 
@@ -105,8 +109,8 @@ static const ds_bitmap_font_char_t char_44_0 =
 .xoff = 0,
 .yoff = 1,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_44_ktp,
+.kerning_table_delta = char_44_ktd,
 .pixels = char_44_pixels_0
 };
 
@@ -118,8 +122,8 @@ static const ds_bitmap_font_char_t char_44_90 =
 .xoff = 0,
 .yoff = 1,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_44_ktp,
+.kerning_table_delta = char_44_ktd,
 .pixels = char_44_pixels_90
 };
 
@@ -131,8 +135,8 @@ static const ds_bitmap_font_char_t char_44_180 =
 .xoff = 0,
 .yoff = 1,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_44_ktp,
+.kerning_table_delta = char_44_ktd,
 .pixels = char_44_pixels_180
 };
 
@@ -144,8 +148,8 @@ static const ds_bitmap_font_char_t char_44_270 =
 .xoff = 0,
 .yoff = 1,
 .xadvance = 3,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_44_ktp,
+.kerning_table_delta = char_44_ktd,
 .pixels = char_44_pixels_270
 };
 
@@ -614,6 +618,8 @@ static const ds_bitmap_font_char_t char_229_270 =
 };
 
 
+static const char char_242_ktp[] = {46, 44, 250, 252, 0};
+static const int8_t char_242_ktd[] = {-1, -1, -1, -1, 0};
 static const uint8_t char_242_pixels_0[] = {
 0xB4, 0xEC, 0xF9, 0xF3, 0xEC, 0x6A, 
 0x00, 0x00, 0xB0, 0x5C, 0x00, 0x00, 
@@ -659,8 +665,8 @@ static const ds_bitmap_font_char_t char_242_0 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 6,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_242_ktp,
+.kerning_table_delta = char_242_ktd,
 .pixels = char_242_pixels_0
 };
 
@@ -672,8 +678,8 @@ static const ds_bitmap_font_char_t char_242_90 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 6,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_242_ktp,
+.kerning_table_delta = char_242_ktd,
 .pixels = char_242_pixels_90
 };
 
@@ -685,8 +691,8 @@ static const ds_bitmap_font_char_t char_242_180 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 6,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_242_ktp,
+.kerning_table_delta = char_242_ktd,
 .pixels = char_242_pixels_180
 };
 
@@ -698,8 +704,8 @@ static const ds_bitmap_font_char_t char_242_270 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 6,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_242_ktp,
+.kerning_table_delta = char_242_ktd,
 .pixels = char_242_pixels_270
 };
 
@@ -936,6 +942,8 @@ static const ds_bitmap_font_char_t char_33_270 =
 };
 
 
+static const char char_209_ktp[] = {46, 44, 0};
+static const int8_t char_209_ktd[] = {-1, -1, 0};
 static const uint8_t char_209_pixels_0[] = {
 0x00, 0x00, 0x4D, 0xC7, 0xEE, 0xED, 0xC0, 0x10, 
 0x00, 0x5A, 0xE7, 0x48, 0x04, 0x0C, 0x51, 0x00, 
@@ -989,8 +997,8 @@ static const ds_bitmap_font_char_t char_209_0 =
 .xoff = 0,
 .yoff = 9,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_209_ktp,
+.kerning_table_delta = char_209_ktd,
 .pixels = char_209_pixels_0
 };
 
@@ -1002,8 +1010,8 @@ static const ds_bitmap_font_char_t char_209_90 =
 .xoff = 0,
 .yoff = 9,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_209_ktp,
+.kerning_table_delta = char_209_ktd,
 .pixels = char_209_pixels_90
 };
 
@@ -1015,8 +1023,8 @@ static const ds_bitmap_font_char_t char_209_180 =
 .xoff = 0,
 .yoff = 9,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_209_ktp,
+.kerning_table_delta = char_209_ktd,
 .pixels = char_209_pixels_180
 };
 
@@ -1028,12 +1036,14 @@ static const ds_bitmap_font_char_t char_209_270 =
 .xoff = 0,
 .yoff = 9,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_209_ktp,
+.kerning_table_delta = char_209_ktd,
 .pixels = char_209_pixels_270
 };
 
 
+static const char char_250_ktp[] = {46, 44, 250, 252, 0};
+static const int8_t char_250_ktd[] = {-1, -1, -1, -1, 0};
 static const uint8_t char_250_pixels_0[] = {
 0xB8, 0xEC, 0xFA, 0x54, 0x00, 0x00, 0x00, 0x00, 
 0x00, 0x00, 0xBC, 0x54, 0x00, 0x00, 0x00, 0x00, 
@@ -1083,8 +1093,8 @@ static const ds_bitmap_font_char_t char_250_0 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_250_ktp,
+.kerning_table_delta = char_250_ktd,
 .pixels = char_250_pixels_0
 };
 
@@ -1096,8 +1106,8 @@ static const ds_bitmap_font_char_t char_250_90 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_250_ktp,
+.kerning_table_delta = char_250_ktd,
 .pixels = char_250_pixels_90
 };
 
@@ -1109,8 +1119,8 @@ static const ds_bitmap_font_char_t char_250_180 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_250_ktp,
+.kerning_table_delta = char_250_ktd,
 .pixels = char_250_pixels_180
 };
 
@@ -1122,8 +1132,8 @@ static const ds_bitmap_font_char_t char_250_270 =
 .xoff = 0,
 .yoff = 7,
 .xadvance = 8,
-.kerning_table_prev = nullptr,
-.kerning_table_delta = nullptr,
+.kerning_table_prev = char_250_ktp,
+.kerning_table_delta = char_250_ktd,
 .pixels = char_250_pixels_270
 };
 

@@ -1,0 +1,123 @@
+// Whole-process speed of the GPOS export (`make bench`): Roboto Regular, codes 32-126,
+// 16 px, exported by veltrane-fontgen-export with --kerning gpos, side by side with the
+// same export with --kerning legacy and with lv_font_conv, the most used peer, converting
+// the same font, size and range. The three take turns, so that the machine's other load
+// weighs on all alike; prints the medians and the two ratios the goals are about.
+//
+// Usage: kerning_bench EXPORTER LV_FONT_CONV
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kRoboto = "/usr/share/fonts/truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf";
+constexpr int kRuns = 25;
+
+void Fail(const std::string& what)
+{
+    std::fprintf(stderr, "kerning_bench: %s\n", what.c_str());
+    std::exit(1);
+}
+
+// Runs the command to its end with its output thrown away; returns the wall time in ms.
+double Milliseconds(const std::vector<std::string>& command)
+{
+    std::vector<char*> argv;
+    for (const std::string& arg : command)
+        argv.push_back(const_cast<char*>(arg.c_str()));
+    argv.push_back(nullptr);
+    const auto start = std::chrono::steady_clock::now();
+    const pid_t child = fork();
+    if (child == 0) {
+        if (!freopen("/dev/null", "w", stdout) || !freopen("/dev/null", "w", stderr))
+            _exit(126);
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        Fail("failed: " + command[0]);
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+struct Run
+{
+    const char* name;
+    std::vector<std::string> command;
+    std::vector<double> times;
+};
+
+// Characters with kerning tables and pairs in all, from the source's delta tables
+// ("static const int8_t char_C_ktd[] = {D1, D2, 0};").
+std::pair<int, int> KerningIn(const fs::path& source)
+{
+    std::ifstream in(source);
+    int characters = 0, pairs = 0;
+    for (std::string line; std::getline(in, line);) {
+        if (line.find("_ktd[] = {") == std::string::npos)
+            continue;
+        ++characters;
+        for (size_t at = line.find(", "); at != std::string::npos; at = line.find(", ", at + 1))
+            ++pairs;
+    }
+    return {characters, pairs};
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3)
+        Fail("usage: kerning_bench EXPORTER LV_FONT_CONV");
+    char pattern[] = "/tmp/veltrane-kerning-bench-XXXXXX";
+    if (mkdtemp(pattern) == nullptr)
+        Fail("cannot create a temporary directory");
+    const fs::path dir = pattern;
+    const std::string exporter = argv[1];
+    const std::string size = "16", range = "32-126";
+    std::vector<Run> runs = {
+        {"veltrane-fontgen-export --kerning gpos",
+         {exporter, "--kerning", "gpos", "--height", size, "--chars", range, kRoboto, dir / "Gpos.cpp"}, {}},
+        {"veltrane-fontgen-export --kerning legacy",
+         {exporter, "--kerning", "legacy", "--height", size, "--chars", range, kRoboto, dir / "Legacy.cpp"}, {}},
+        {"lv_font_conv 1.5.3 (--bpp 8 --no-compress --format lvgl)",
+         // lv_font_conv takes a range only after the font it belongs to.
+         {argv[2], "--bpp", "8", "--no-compress", "--format", "lvgl", "--size", size, "--font", kRoboto, "--range",
+          range, "-o", dir / "lv_font.c"},
+         {}},
+    };
+    for (Run& run : runs) // warm-up: page cache, dynamic linker, node's compile cache
+        Milliseconds(run.command);
+    for (int i = 0; i < kRuns; ++i)
+        for (Run& run : runs)
+            run.times.push_back(Milliseconds(run.command));
+
+    const auto [characters, pairs] = KerningIn(dir / "Gpos.cpp");
+    std::printf("Roboto Regular, codes 32-126, 16 px; whole processes, %d runs each in turn (medians)\n", kRuns);
+    for (const Run& run : runs)
+        std::printf("  %-58s %9.2f ms\n", run.name, Median(run.times));
+    std::printf("  (the GPOS export wrote %d kerning pairs for %d characters)\n", pairs, characters);
+    const double gpos = Median(runs[0].times), legacy = Median(runs[1].times), peer = Median(runs[2].times);
+    std::printf("  GPOS export / lv_font_conv    = %.3f  (goal: at most 0.1)\n", gpos / peer);
+    std::printf("  GPOS export / legacy export   = %.2f   (goal: at most 2)\n", gpos / legacy);
+    fs::remove_all(dir);
+    return 0;
+}

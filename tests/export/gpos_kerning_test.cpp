@@ -1,0 +1,81 @@
+// GPOS kerning against its definition: every pair shaped alone, with 'kern' on and off.
+
+#include "charset/codepage.h"
+#include "export/font_source.h"
+#include "export/kerning_source.h"
+
+#include <hb.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+int PairValue(hb_font_t* font, uint32_t first, uint32_t second)
+{
+    hb_codepoint_t glyph = 0;
+    if (!hb_font_get_nominal_glyph(font, first, &glyph) || !glyph || !hb_font_get_nominal_glyph(font, second, &glyph) || !glyph)
+        return 0;
+    int distance[2]; // advance of the first glyph + x offset of the second - x offset of the first
+    for (int kern : {0, 1}) {
+        hb_feature_t features[6];
+        for (int i = 0; const char* f : {"liga=0", "clig=0", "dlig=0", "calt=0", "rlig=0", kern ? "kern" : "kern=0"})
+            hb_feature_from_string(f, -1, &features[i++]);
+        const std::unique_ptr<hb_buffer_t, void (*)(hb_buffer_t*)> buffer(hb_buffer_create(), hb_buffer_destroy);
+        const uint32_t text[2] = {first, second};
+        hb_buffer_add_codepoints(buffer.get(), text, 2, 0, 2);
+        hb_buffer_set_direction(buffer.get(), HB_DIRECTION_LTR);
+        hb_buffer_guess_segment_properties(buffer.get()); // script: the first not Common, Inherited or Unknown
+        hb_buffer_set_language(buffer.get(), HB_LANGUAGE_INVALID);
+        if (hb_buffer_get_script(buffer.get()) == HB_SCRIPT_INVALID)
+            hb_buffer_set_script(buffer.get(), HB_SCRIPT_LATIN);
+        hb_shape(font, buffer.get(), features, 6);
+        unsigned n = 0;
+        const hb_glyph_position_t* p = hb_buffer_get_glyph_positions(buffer.get(), &n);
+        if (n != 2)
+            return 0;
+        distance[kern] = p[0].x_advance + p[1].x_offset - p[0].x_offset;
+    }
+    return std::clamp((distance[1] - distance[0] + 32) >> 6, -128, 127);
+}
+
+TEST(GposKerning, EveryPairAsShapedAlone)
+{
+    const std::string fonts = "/usr/share/fonts/truetype/", roboto = fonts + "roboto/unhinted/RobotoTTF/Roboto-Regular.ttf";
+    const std::string noto = fonts + "noto/NotoSans-Regular.ttf", dejavu = fonts + "dejavu/DejaVuSans.ttf";
+    std::string error;
+    const std::optional<Codepage> cp1251 = Codepage::Open("CP1251", error);
+    const std::tuple<std::string, int, const Codepage*> cases[] = {
+        {roboto, 16, nullptr}, {roboto, 40, nullptr}, {noto, 9, nullptr}, {noto, 16, nullptr},
+        {dejavu, 11, nullptr}, {dejavu, 16, nullptr}, {noto, 16, &*cp1251}};
+    for (const auto& [path, height, codepage] : cases) {
+        const ExportOptions options{KerningMode::Gpos, codepage, {}};
+        CharCodeList codes;
+        for (uint32_t code = 32; code <= 255; ++code)
+            if (!codepage || codepage->CharacterOf(code))
+                codes.push_back(code);
+        FTFont ft;
+        ft.LoadFace(path.c_str());
+        ft.SetPixelSize(height);
+        const auto source = MakeKerningSource(ft, codes, options);
+        hb_blob_t* blob = hb_blob_create_from_file(path.c_str());
+        hb_face_t* face = hb_face_create(blob, 0);
+        hb_font_t* font = hb_font_create(face); // HarfBuzz's own font functions
+        hb_font_set_scale(font, height * 64, height * 64);
+        hb_font_set_ppem(font, height, height);
+        for (uint32_t code : codes) {
+            std::vector<KerningPair> expected;
+            for (uint32_t prev : codes)
+                if (const int value = PairValue(font, CharacterFor(prev, options), CharacterFor(code, options)))
+                    expected.push_back({static_cast<char>(prev), static_cast<int8_t>(value)});
+            ASSERT_EQ(source->PairsOf(code), expected) << path << " at " << height << " px, after code " << code;
+        }
+        hb_font_destroy(font);
+        hb_face_destroy(face);
+        hb_blob_destroy(blob);
+    }
+}
+
+} // namespace
