@@ -32,16 +32,29 @@ bool EndsWith(const fs::path& path, const std::string& tail)
     return text.ends_with(tail);
 }
 
+// One scratch directory per process, removed at its end.
+struct ScratchDir
+{
+    fs::path path;
+    ScratchDir()
+    {
+        std::string pattern = (fs::temp_directory_path() / "veltrane-fuzz-XXXXXX").string();
+        Check(mkdtemp(pattern.data()) != nullptr, "cannot create a scratch directory");
+        path = pattern;
+    }
+    ~ScratchDir()
+    {
+        std::error_code ignored;
+        fs::remove_all(path, ignored);
+    }
+};
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const fs::path dir = [] {
-        std::string pattern = (fs::temp_directory_path() / "veltrane-fuzz-XXXXXX").string();
-        Check(mkdtemp(pattern.data()) != nullptr, "cannot create a scratch directory");
-        std::atexit([] { fs::remove_all(dir); });
-        return fs::path(pattern);
-    }();
+    static const ScratchDir scratch;
+    const fs::path& dir = scratch.path;
     std::ofstream(dir / "font.ttf", std::ios::binary).write(reinterpret_cast<const char*>(data), std::streamsize(size));
     FTFont font;
     try {
