@@ -141,6 +141,7 @@ TEST(ExportProgram, Faults)
         {{}, {"--height", "15", kTerminus, "@Font.cpp"}, 1,
          "cannot set char size\n" + kNote + "the font has bitmaps at 12, 14, 16, 18, 20, 22, 24, 28, 32 px\n"},
         {{}, {"--chars", "A-Z", "@none.ttf", "@Font.cpp"}, 1, "No characters to export !\n" + kNote + "cannot read \"A-Z\" in --chars; left out\n"},
+        {{}, {"--text", "\t\r\n", "@none.ttf", "@Font.cpp"}, 1, "No characters to export !\n"},
         {{}, {"@none.ttf", "@ds-font.cpp"}, 1, "The name ds_font would replace the firmware's ds_font.h !\n" + kNote +
          "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp\n"},
         // A failure leaves the earlier pair as it was, and no temporary file.

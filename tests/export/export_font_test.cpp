@@ -31,3 +31,22 @@ TEST(ExportFontTest, GlyphFailureLeavesTheSectionsBeforeIt)
     EXPECT_EQ(intact.substr(0, partial.size()), partial);
     EXPECT_FALSE(fs::exists(dir.Path() / "partial.h"));
 }
+
+// Write failures make the export fail; a source that did not reach the disk whole gets no
+// header, and a header that cannot be written follows a whole source.
+TEST(ExportFontTest, WriteFailures)
+{
+    for (const char* full : {"f.cpp", "f.h"}) {
+        TempDir dir;
+        fs::create_symlink("/dev/full", dir.Path() / full);
+        FTFont font;
+        font.LoadFace(kTestFont.c_str());
+        std::string name = "f";
+        CharCodeList codes = {65};
+        EXPECT_FALSE(ExportFont(&font, name, dir.Prefix(), 16, &codes)) << full;
+        if (std::string(full) == "f.cpp")
+            EXPECT_FALSE(fs::exists(dir.Path() / "f.h"));
+        else
+            EXPECT_TRUE(ReadFile(dir.Path() / "f.cpp").ends_with("}\n};\n"));
+    }
+}
