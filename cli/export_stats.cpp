@@ -23,8 +23,8 @@ void ExportStats::CharacterWritten(const WrittenCharacter& written)
 {
     ++characters;
     // Every turn of a glyph holds its width times its height.
-    if (written.pixels != nullptr)
-        pixelBytesPerRotation += (*written.pixels)[0].pixels.size();
+    if (written.glyph.bitmap->buffer != nullptr)
+        pixelBytesPerRotation += size_t{written.glyph.bitmap->width} * written.glyph.bitmap->rows;
     if (!written.kerning.empty()) {
         kerningPairs += written.kerning.size();
         ++kernedCharacters;

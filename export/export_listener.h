@@ -2,7 +2,6 @@
 
 #include "export/font_records.h"
 #include "export/kerning_pair.h"
-#include "export/pixel_arrays.h"
 #include "raster/ft_font.h"
 
 #include <cstdint>
@@ -14,9 +13,10 @@ struct WrittenCharacter
 {
     uint32_t code;        // the listed code, which names its identifiers
     char32_t character;   // the Unicode character rendered for it
-    const FTGlyph& glyph; // w = bitmap->width, h = bitmap->rows, xoff, yoff, xadvance
+    // w = bitmap->width, h = bitmap->rows, xoff, yoff, xadvance; the pixel arrays, when
+    // bitmap->buffer is not null, are what TurnGlyph makes of the bitmap.
+    const FTGlyph& glyph;
     const std::vector<KerningPair>& kerning;
-    const TurnedImages* pixels; // null when the glyph has no pixels
 };
 
 // Follows an export as it is written, for reports and pictures of what was written.

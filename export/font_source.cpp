@@ -44,7 +44,6 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
     const CharCodeList unique = WithoutRepeats(codes);
     const std::unique_ptr<KerningSource> kerning = MakeKerningSource(font, unique, options);
     CharTable table{};
-    TurnedImages images;
     for (uint32_t code : unique) {
         const char32_t character = CharacterFor(code, options);
         for (ExportListener* listener : options.listeners)
@@ -58,13 +57,10 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
         const std::vector<KerningPair> pairs = kerning->PairsOf(code);
         if (!pairs.empty())
             WriteKerningTables(out, code, pairs);
-        const bool hasPixels = glyph.bitmap->buffer != nullptr;
-        if (hasPixels) {
-            TurnGlyph(*glyph.bitmap, images);
-            WritePixelArrays(out, code, images);
-        }
+        if (glyph.bitmap->buffer != nullptr)
+            WritePixelArrays(out, code, *glyph.bitmap);
         WriteCharRecords(out, code, glyph, !pairs.empty());
-        const WrittenCharacter written{code, character, glyph, pairs, hasPixels ? &images : nullptr};
+        const WrittenCharacter written{code, character, glyph, pairs};
         for (ExportListener* listener : options.listeners)
             listener->CharacterWritten(written);
     }

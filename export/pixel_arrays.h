@@ -22,10 +22,11 @@ struct TurnedImage
 // clockwise: the images of rotations 0, 90, 180 and 270.
 using TurnedImages = std::array<TurnedImage, 4>;
 
-// Turns the glyph into `images`, reusing their storage. `bitmap` must have a buffer, one
-// byte per pixel and a positive pitch; bytes past `width` in a row are never read.
+// The glyph's four images, exactly as WritePixelArrays writes them. `bitmap` must have a
+// buffer, one byte per pixel and a positive pitch; bytes past `width` in a row are never read.
 void TurnGlyph(const FT_Bitmap& bitmap, TurnedImages& images);
 
-// Writes the four images as char_C_pixels_0, _90, _180 and _270: one text line per
-// line of the image, each value as "0xAB, ".
-void WritePixelArrays(OutputWriter& out, unsigned int code, const TurnedImages& images);
+// Writes the four images as char_C_pixels_0, _90, _180 and _270: one text line per line
+// of the image, each value as "0xAB, ". They are read straight from the glyph's buffer,
+// as TurnGlyph reads them; nothing is copied.
+void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap);

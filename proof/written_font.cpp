@@ -11,8 +11,8 @@ void WrittenFont::CharacterWritten(const WrittenCharacter& written)
     glyph->yoff = written.glyph.top;
     glyph->xadvance = written.glyph.advanceX;
     glyph->kerning = written.kerning;
-    glyph->hasPixels = written.pixels != nullptr;
+    glyph->hasPixels = written.glyph.bitmap->buffer != nullptr;
     if (glyph->hasPixels)
-        glyph->pixels = *written.pixels;
+        TurnGlyph(*written.glyph.bitmap, glyph->pixels);
     glyphs[written.code] = std::move(glyph);
 }
