@@ -1,7 +1,7 @@
 // File > Load Font through the real GTK open dialog, chosen by keyboard.
 #include "gui_test_support.h"
 
-#include "export/export_test_support.h"
+#include "test_support.h"
 #include "raster/ft_font.h"
 
 #include <gtest/gtest.h>

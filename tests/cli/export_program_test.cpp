@@ -2,7 +2,7 @@
 // and exit statuses, with the faults a user's machine can throw at it.
 
 #include "cli/program_run.h"
-#include "export/export_test_support.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 

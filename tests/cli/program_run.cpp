@@ -1,6 +1,6 @@
 #include "cli/program_run.h"
 
-#include "export/export_test_support.h"
+#include "test_support.h"
 
 #include <fcntl.h>
 #include <spawn.h>

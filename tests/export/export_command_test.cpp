@@ -3,7 +3,7 @@
 #include "gui_test_support.h"
 
 #include "export/export_font.h"
-#include "export/export_test_support.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 #include <wx/button.h>

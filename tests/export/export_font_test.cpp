@@ -4,7 +4,7 @@
 #include "export/export_font.h"
 #include "raster/ft_exception.h"
 
-#include "export_test_support.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 

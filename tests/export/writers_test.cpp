@@ -7,7 +7,7 @@
 #include "export/output_writer.h"
 #include "export/pixel_arrays.h"
 
-#include "export/export_test_support.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 

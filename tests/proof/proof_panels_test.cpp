@@ -3,7 +3,7 @@
 
 #include "export/font_source.h"
 #include "proof/proof_picture.h"
-#include "export/export_test_support.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "raster/ft_font.h"
 
-#include "export/export_test_support.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "raster/preview_image.h"
 
-#include "export/export_test_support.h"
+#include "test_support.h"
 #include "raster/ft_font.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "gui_test_support.h"
 
 #include "bench/point_by_point_paint.h"
-#include "export/export_test_support.h"
+#include "test_support.h"
 #include "raster/ft_font.h"
 #include "raster/preview_image.h"
 

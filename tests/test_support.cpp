@@ -1,4 +1,4 @@
-#include "export_test_support.h"
+#include "test_support.h"
 
 #include "raster/ft_font.h"
 
