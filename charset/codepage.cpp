@@ -135,9 +135,14 @@ std::string EncodeUtf8(char32_t character)
     return encoded;
 }
 
-std::string NamedCharacter(char32_t character)
+std::string CodePoint(char32_t character)
 {
     char number[16];
     std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
-    return "\"" + EncodeUtf8(character) + "\" (" + number + ")";
+    return number;
+}
+
+std::string NamedCharacter(char32_t character)
+{
+    return "\"" + EncodeUtf8(character) + "\" (" + CodePoint(character) + ")";
 }

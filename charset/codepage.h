@@ -39,3 +39,6 @@ std::string EncodeUtf8(char32_t character);
 
 // A character as messages name it: "€" (U+20AC).
 std::string NamedCharacter(char32_t character);
+
+// Its code point alone: U+20AC.
+std::string CodePoint(char32_t character);

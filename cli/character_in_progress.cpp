@@ -1,6 +1,6 @@
 #include "cli/character_in_progress.h"
 
-#include <cstdio>
+#include "charset/codepage.h"
 
 void CharacterInProgress::CharacterStarted(uint32_t code, char32_t character)
 {
@@ -16,7 +16,6 @@ std::optional<std::string> CharacterInProgress::Describe(const std::string& font
 {
     if (!current)
         return std::nullopt;
-    char character[16];
-    std::snprintf(character, sizeof character, "U+%04X", static_cast<unsigned>(current->second));
-    return "while rendering code " + std::to_string(current->first) + " (" + character + ") from " + fontPath;
+    return "while rendering code " + std::to_string(current->first) + " (" + CodePoint(current->second) + ") from " +
+           fontPath;
 }

@@ -38,7 +38,6 @@ std::array<Traversal, 4> TraversalsOf(const FT_Bitmap& bitmap)
 
 void Turn(const unsigned char* buffer, const Traversal& t, TurnedImage& image)
 {
-    image.rotation = t.rotation;
     image.width = t.valuesPerLine;
     image.height = t.lines;
     image.pixels.resize(size_t{t.lines} * t.valuesPerLine);

@@ -12,7 +12,6 @@
 // One turn of a glyph's 8-bit coverage, row by row from the top, as its pixel array holds it.
 struct TurnedImage
 {
-    unsigned rotation = 0;
     unsigned width = 0;  // values per line
     unsigned height = 0; // lines
     std::vector<uint8_t> pixels;
