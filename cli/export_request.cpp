@@ -65,6 +65,9 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
+    // Beyond the desktop's output, tables compile whatever the signedness of char.
+    if (request.GoesBeyondDesktop())
+        options.prevCharStyle = PrevCharStyle::CharLiteral;
     CharacterInProgress inProgress;
     ExportStats stats;
     options.listeners = {&inProgress, &stats};

@@ -27,6 +27,12 @@ struct ExportRequest {
     std::optional<std::string> proofText;
     // Print the table of what was written after a success.
     bool stats = false;
+
+    // Whether any option changes the files from what the desktop program writes.
+    bool GoesBeyondDesktop() const
+    {
+        return sampleText || codepage || faceIndex != 0 || kerning != KerningMode::Legacy;
+    }
 };
 
 inline constexpr const char* kNoCharactersMessage = "No characters to export !";

@@ -13,10 +13,18 @@ enum class KerningMode
     Auto,   // Gpos when the font's GPOS table has a 'kern' feature, otherwise Legacy
 };
 
+// How a kerning table writes a previous character of 128 to 255.
+enum class PrevCharStyle
+{
+    Number,      // 242: the desktop program's, which compiles only where char is unsigned
+    CharLiteral, // '\xF2': the same byte whether char is signed or unsigned
+};
+
 // Export choices beyond the desktop program's. The defaults give its output byte for byte.
 struct ExportOptions
 {
     KerningMode kerning = KerningMode::Legacy;
+    PrevCharStyle prevCharStyle = PrevCharStyle::Number;
     // The 8-bit codepage the listed codes are bytes of; null: every code is its own
     // Unicode character. Every listed code must have a character in it.
     const Codepage* codepage = nullptr;

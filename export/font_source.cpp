@@ -56,7 +56,7 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
         // the glyph slot's bitmap.
         const std::vector<KerningPair> pairs = kerning->PairsOf(code);
         if (!pairs.empty())
-            WriteKerningTables(out, code, pairs);
+            WriteKerningTables(out, code, pairs, options.prevCharStyle);
         if (glyph.bitmap->buffer != nullptr)
             WritePixelArrays(out, code, *glyph.bitmap);
         WriteCharRecords(out, code, glyph, !pairs.empty());

@@ -1,9 +1,11 @@
 // A stand-in for a firmware's text drawing: draws a line of text with a font generated at
 // build time and shows the pixels as text art on standard output.
 //
-//   text_banner [TEXT]
+//   text_banner [TEXT]     TEXT (default Hello) in the banner font
+//   text_banner --greeting a Russian greeting, a CP1251 string, in the greeting font
 
-#include <banner_font.h> // generated: font_banner_font_0 .. font_banner_font_270
+#include <banner_font.h>   // generated: font_banner_font_0 .. font_banner_font_270
+#include <greeting_font.h> // generated: font_greeting_font_0 .. font_greeting_font_270
 
 #include <algorithm>
 #include <cstdio>
@@ -12,7 +14,8 @@
 
 namespace {
 
-const ds_bitmap_font_t& kFont = font_banner_font_0;
+// "Привет, Таня!" in CP1251, as a firmware's string table would hold it.
+constexpr const char* kGreeting = "\xCF\xF0\xE8\xE2\xE5\xF2, \xD2\xE0\xED\xFF!";
 
 // The pen adjustment between `previous` and the character `c` stands for.
 int KerningAfter(const ds_bitmap_font_char_t& c, char previous)
@@ -31,13 +34,13 @@ struct Placed {
 
 // Where each character of `text` goes on a line whose pen starts at 0; characters the
 // font leaves out are skipped.
-std::vector<Placed> Layout(const std::string& text)
+std::vector<Placed> Layout(const ds_bitmap_font_t& font, const std::string& text)
 {
     std::vector<Placed> placed;
     int pen = 0;
     char previous = 0;
     for (char ch : text) {
-        const ds_bitmap_font_char_t* c = kFont.chars[static_cast<unsigned char>(ch)];
+        const ds_bitmap_font_char_t* c = font.chars[static_cast<unsigned char>(ch)];
         if (c == nullptr)
             continue;
         if (previous != 0)
@@ -58,8 +61,10 @@ char Shade(uint8_t coverage)
 
 int main(int argc, char** argv)
 {
-    const std::string text = argc > 1 ? argv[1] : "Hello";
-    const std::vector<Placed> placed = Layout(text);
+    const std::string argument = argc > 1 ? argv[1] : "Hello";
+    const bool greeting = argument == "--greeting";
+    const ds_bitmap_font_t& font = greeting ? font_greeting_font_0 : font_banner_font_0;
+    const std::vector<Placed> placed = Layout(font, greeting ? kGreeting : argument);
     if (placed.empty())
         return 0;
     int left = placed.front().x, right = left;
@@ -68,10 +73,10 @@ int main(int argc, char** argv)
         right = std::max(right, p.x + static_cast<int>(p.c->w));
     }
     // Rows from the ascender down to the descender; ink beyond them is cut off.
-    const int rows = kFont.ascender - kFont.descender, width = right - left;
+    const int rows = font.ascender - font.descender, width = right - left;
     std::vector<uint8_t> canvas(static_cast<size_t>(rows) * width, 0);
     for (const Placed& p : placed) {
-        const int top = kFont.ascender - p.c->yoff;
+        const int top = font.ascender - p.c->yoff;
         for (int y = 0; p.c->pixels != nullptr && y < static_cast<int>(p.c->h); ++y) {
             const int row = top + y;
             for (int x = 0; row >= 0 && row < rows && x < static_cast<int>(p.c->w); ++x) {

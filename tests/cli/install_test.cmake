@@ -2,7 +2,7 @@
 # and its icon land where a desktop's application menu looks for them, and work from there,
 # and that a firmware-like project builds against the installed CMake package.
 # Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE, SOURCE_DIR, CXX,
-# TEST_FONT, EXPECTED (the example's output).
+# TEST_FONT, EXPECTED and EXPECTED_GREETING (the example's outputs).
 
 file(REMOVE_RECURSE "${PREFIX}")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${PREFIX}"
@@ -38,6 +38,12 @@ run("${example}/text_banner" "AVAT V.jA")
 file(READ "${EXPECTED}" expected)
 if(NOT out STREQUAL expected OR NOT EXISTS "${example}/veltrane_fonts/banner_font.png")
   message(FATAL_ERROR "the example drew\n${out}instead of\n${expected}, or made no proof image")
+endif()
+# The greeting's CP1251 string, kerned through tables that name characters above 127.
+run("${example}/text_banner" --greeting)
+file(READ "${EXPECTED_GREETING}" expected)
+if(NOT out STREQUAL expected)
+  message(FATAL_ERROR "the example's greeting drew\n${out}instead of\n${expected}")
 endif()
 # A font file touched but not changed runs the export again, which leaves the generated
 # source alone, so it is not compiled again; the build after that has nothing to do.

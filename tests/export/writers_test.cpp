@@ -52,10 +52,15 @@ TEST(WritersTest, WorkedExampleOfACharacterSection)
 
 TEST(WritersTest, KerningTables)
 {
-    // The previous character is written unsigned, the delta signed, over their whole range.
-    EXPECT_EQ(Captured([](OutputWriter& out) { WriteKerningTables(out, 7, {{char(200), -128}, {127, 127}}); }),
-              "static const char char_7_ktp[] = {200, 127, 0};\n"
-              "static const int8_t char_7_ktd[] = {-128, 127, 0};\n");
+    // The previous character is written unsigned (or, portably, as a literal from 128 on),
+    // the delta signed, over their whole range.
+    const std::vector<KerningPair> edges = {{char(200), -128}, {127, 127}, {char(128), 0}, {char(255), 1}};
+    EXPECT_EQ(Captured([&](OutputWriter& out) { WriteKerningTables(out, 7, edges); }),
+              "static const char char_7_ktp[] = {200, 127, 128, 255, 0};\n"
+              "static const int8_t char_7_ktd[] = {-128, 127, 0, 1, 0};\n");
+    EXPECT_EQ(Captured([&](OutputWriter& out) { WriteKerningTables(out, 7, edges, PrevCharStyle::CharLiteral); }),
+              "static const char char_7_ktp[] = {'\\xC8', 127, '\\x80', '\\xFF', 0};\n"
+              "static const int8_t char_7_ktd[] = {-128, 127, 0, 1, 0};\n");
 
     // Pairs with every listed code in list order, itself included; beyond the 8-bit delta
     // the kerning is clamped.

@@ -1,6 +1,6 @@
 #include <cp1251_font.h>
 
-static const char char_46_ktp[] = {242, 0};
+static const char char_46_ktp[] = {'\xF2', 0};
 static const int8_t char_46_ktd[] = {-1, 0};
 static const uint8_t char_46_pixels_0[] = {
 0x0B, 0xBD, 0x2D, 
@@ -76,7 +76,7 @@ static const ds_bitmap_font_char_t char_46_270 =
 };
 
 
-static const char char_44_ktp[] = {242, 0};
+static const char char_44_ktp[] = {'\xF2', 0};
 static const int8_t char_44_ktd[] = {-1, 0};
 static const uint8_t char_44_pixels_0[] = {
 0x05, 0xFA, 0x2C, 
@@ -618,7 +618,7 @@ static const ds_bitmap_font_char_t char_229_270 =
 };
 
 
-static const char char_242_ktp[] = {46, 44, 250, 252, 0};
+static const char char_242_ktp[] = {46, 44, '\xFA', '\xFC', 0};
 static const int8_t char_242_ktd[] = {-1, -1, -1, -1, 0};
 static const uint8_t char_242_pixels_0[] = {
 0xB4, 0xEC, 0xF9, 0xF3, 0xEC, 0x6A, 
@@ -1042,7 +1042,7 @@ static const ds_bitmap_font_char_t char_209_270 =
 };
 
 
-static const char char_250_ktp[] = {46, 44, 250, 252, 0};
+static const char char_250_ktp[] = {46, 44, '\xFA', '\xFC', 0};
 static const int8_t char_250_ktd[] = {-1, -1, -1, -1, 0};
 static const uint8_t char_250_pixels_0[] = {
 0xB8, 0xEC, 0xFA, 0x54, 0x00, 0x00, 0x00, 0x00, 

@@ -246,7 +246,7 @@ static const ds_bitmap_font_char_t char_86_270 =
 };
 
 
-static const char char_84_ktp[] = {32, 65, 86, 233, 0};
+static const char char_84_ktp[] = {32, 65, 86, '\xE9', 0};
 static const int8_t char_84_ktd[] = {1, 1, 1, 1, 0};
 static const uint8_t char_84_pixels_0[] = {
 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 
@@ -424,7 +424,7 @@ static const ds_bitmap_font_char_t char_46_270 =
 };
 
 
-static const char char_106_ktp[] = {32, 65, 86, 84, 46, 106, 233, 0};
+static const char char_106_ktp[] = {32, 65, 86, 84, 46, 106, '\xE9', 0};
 static const int8_t char_106_ktd[] = {-1, -1, -1, -2, -1, -2, -1, 0};
 static const uint8_t char_106_pixels_0[] = {
 0xFF, 0xFF, 0xFF, 0xFF, 

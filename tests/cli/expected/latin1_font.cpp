@@ -1,6 +1,6 @@
 #include <latin1_font.h>
 
-static const char char_86_ktp[] = {233, 65, 0};
+static const char char_86_ktp[] = {'\xE9', 65, 0};
 static const int8_t char_86_ktd[] = {-1, -1, 0};
 static const uint8_t char_86_pixels_0[] = {
 0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 
