@@ -4,12 +4,6 @@
 
 #include <cctype>
 
-bool WriteFontHeader(const std::string& headerPath, const std::string& baseName)
-{
-    OutputWriter out(headerPath);
-    return out.IsOpen() && WriteFontHeader(out, baseName);
-}
-
 bool WriteFontHeader(OutputWriter& out, const std::string& baseName)
 {
     std::string guard = baseName;

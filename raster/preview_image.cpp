@@ -1,6 +1,7 @@
 #include "raster/preview_image.h"
 
 #include "raster/ft_font.h"
+#include "raster/strike_height.h"
 
 #include <algorithm>
 
@@ -26,9 +27,8 @@ constexpr int64_t kBitmapReach = 1 << 16;
 
 bool MayUseBitmapStrike(FT_Face face)
 {
-    // FreeType picks a strike when its rounded ppem matches the requested size.
     for (FT_Int i = 0; i < face->num_fixed_sizes; ++i) {
-        if (((face->available_sizes[i].y_ppem + 32) >> 6) == PREVIEW_PIXEL_SIZE)
+        if (StrikePixelHeight(face->available_sizes[i]) == PREVIEW_PIXEL_SIZE)
             return true;
     }
     return false;

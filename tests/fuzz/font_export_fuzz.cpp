@@ -4,6 +4,7 @@
 // it fails when a successful export lacks a complete file or a failed one leaves a header.
 #include "export/export_font.h"
 #include "raster/ft_exception.h"
+#include "raster/strike_height.h"
 
 #include <unistd.h>
 
@@ -68,7 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     codes.insert(codes.end(), {160, 196, 233, 255});
     // A face with bitmap strikes is also exported at its first.
     std::vector<unsigned> heights = {6, 16, 37};
-    const FT_Pos strike = font.Face()->num_fixed_sizes > 0 ? (font.Face()->available_sizes[0].y_ppem + 32) >> 6 : 0;
+    const FT_Pos strike = font.Face()->num_fixed_sizes > 0 ? StrikePixelHeight(font.Face()->available_sizes[0]) : 0;
     if (strike >= 6 && strike <= 256)
         heights.push_back(static_cast<unsigned>(strike));
     for (unsigned height : heights) {
