@@ -23,6 +23,8 @@ public:
     std::optional<char32_t> CharacterOf(uint8_t byte) const;
     // The lowest byte that stands for `character`; nothing when none does.
     std::optional<uint8_t> ByteOf(char32_t character) const;
+    // Whether every byte stands for the same character in both, whatever their names.
+    bool SameCharacters(const Codepage& other) const { return characters == other.characters; }
 
 private:
     static constexpr char32_t kUndefined = 0xFFFFFFFF;

@@ -81,6 +81,9 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     try {
         FTFont font;
         font.LoadFace(request.fontPath.c_str(), request.faceIndex);
+        if (auto unknown = font.LookUpInOwnEncoding())
+            report.warnings.push_back("the font is encoded in " + *unknown +
+                                      ", which iconv does not know as an 8-bit encoding: no character finds its glyphs");
         try {
             font.SetPixelSize(height);
         } catch (const FTException&) {
@@ -88,7 +91,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
                 report.context.push_back(*note);
             throw;
         }
-        if (auto warning = MissingGlyphWarning(font.Face(), codes, options))
+        if (auto warning = MissingGlyphWarning(font, codes, options))
             report.warnings.push_back(*warning);
         FontPairSizes sizes;
         std::optional<CompanionFile> proof;

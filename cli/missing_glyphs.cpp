@@ -1,14 +1,28 @@
 #include "cli/missing_glyphs.h"
 
+#include "charset/codepage.h"
 #include "export/font_source.h"
 
 #include <array>
 
-std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList& codes, const ExportOptions& options)
+namespace {
+
+// The font's own encoding, when it may lack characters of the codes' codepage.
+std::string FontEncodingNote(const FTFont& font, const ExportOptions& options)
+{
+    const Codepage* own = font.OwnEncoding();
+    if (own == nullptr || own->SameCharacters(options.codepage ? *options.codepage : Codepage::Latin1()))
+        return "";
+    return " (the font is encoded in " + own->Name() + ")";
+}
+
+} // namespace
+
+std::optional<std::string> MissingGlyphWarning(const FTFont& font, const CharCodeList& codes, const ExportOptions& options)
 {
     std::array<bool, 256> missing{};
     for (uint32_t code : codes)
-        missing[code] = FT_Get_Char_Index(face, CharacterFor(code, options)) == 0;
+        missing[code] = font.GlyphIndex(CharacterFor(code, options)) == 0;
 
     std::string ranges;
     for (unsigned first = 0; first < missing.size(); ++first) {
@@ -28,5 +42,5 @@ std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList&
     }
     if (ranges.empty())
         return std::nullopt;
-    return "no glyph for " + ranges + "; they are exported as the font's missing-glyph shape";
+    return "no glyph for " + ranges + FontEncodingNote(font, options) + "; they are exported as the font's missing-glyph shape";
 }

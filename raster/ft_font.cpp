@@ -2,6 +2,8 @@
 
 #include "raster/bitmap_convert.h"
 
+#include FT_BDF_H
+
 #include <algorithm>
 
 namespace {
@@ -63,6 +65,7 @@ void FTFont::UnloadFace()
         face = nullptr;
         ++faceSerial;
     }
+    ownEncoding.reset();
 }
 
 void FTFont::SetPixelSize(uint32_t height)
@@ -80,7 +83,7 @@ int64_t FTFont::GetLineHeight() const
 
 void FTFont::RenderGlyph(uint32_t code, FTGlyph& out)
 {
-    FT_UInt index = FT_Get_Char_Index(face, code);
+    FT_UInt index = GlyphIndex(code);
     if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0)
         throw FTException("cannot load glyph");
     FT_GlyphSlot slot = face->glyph;
@@ -108,9 +111,36 @@ void FTFont::GetCharKerning(FT_ULong left, FT_ULong right, FT_Vector& out) const
 {
     out.x = 0;
     out.y = 0;
-    FT_UInt leftIndex = FT_Get_Char_Index(face, left);
-    FT_UInt rightIndex = FT_Get_Char_Index(face, right);
+    FT_UInt leftIndex = GlyphIndex(left);
+    FT_UInt rightIndex = GlyphIndex(right);
     FT_Get_Kerning(face, leftIndex, rightIndex, FT_KERNING_DEFAULT, &out);
     out.x >>= 6;
     out.y >>= 6;
+}
+
+FT_UInt FTFont::GlyphIndex(FT_ULong character) const
+{
+    if (!ownEncoding)
+        return FT_Get_Char_Index(face, character);
+    if (character > 0x10FFFF) // not a character at all, as sign-extended codes are
+        return 0;
+    const std::optional<uint8_t> byte = ownEncoding->ByteOf(static_cast<char32_t>(character));
+    return byte ? FT_Get_Char_Index(face, *byte) : 0;
+}
+
+std::optional<std::string> FTFont::LookUpInOwnEncoding()
+{
+    const char* encoding = nullptr;
+    const char* registry = nullptr;
+    // FreeType selects a Unicode charmap by itself when the face has one.
+    if (face == nullptr || face->charmap != nullptr || face->num_charmaps != 1 ||
+        FT_Get_BDF_Charset_ID(face, &encoding, &registry) != 0 || registry == nullptr || encoding == nullptr)
+        return std::nullopt;
+    const std::string name = std::string(registry) + "-" + encoding; // X11's KOI8-R, ISO8859-7
+    std::string unknown;
+    std::optional<Codepage> opened = Codepage::Open(name, unknown);
+    if (!opened || FT_Set_Charmap(face, face->charmaps[0]) != 0)
+        return name;
+    ownEncoding = std::move(opened);
+    return std::nullopt;
 }

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "charset/codepage.h"
 #include "raster/ft_exception.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 // What rendering one character yields. `bitmap` points at 8-bit coverage, one byte
@@ -52,10 +55,22 @@ public:
     // The same for two Unicode characters, looked up as they are.
     void GetCharKerning(FT_ULong left, FT_ULong right, FT_Vector& out) const;
 
+    // The glyph index of the character: 0 when the face has no glyph for it.
+    FT_UInt GlyphIndex(FT_ULong character) const;
+    // Opt-in for a face without a Unicode charmap that names an 8-bit encoding of its own,
+    // as X11 bitmap fonts in KOI8-R or ISO8859-7 do, whose glyphs FreeType otherwise finds
+    // by no character: until the next face, a character is looked up by its byte in that
+    // encoding, through the face's own charmap. Any other face stays as it is. Returns the
+    // name of an encoding that iconv does not know as 8-bit, whose face stays as it is too.
+    std::optional<std::string> LookUpInOwnEncoding();
+    // The encoding LookUpInOwnEncoding took up; null while characters are looked up as Unicode.
+    const Codepage* OwnEncoding() const { return ownEncoding ? &*ownEncoding : nullptr; }
+
 private:
     FT_Library library = nullptr;
     FT_Face face = nullptr;
     uint64_t faceSerial = 0;
+    std::optional<Codepage> ownEncoding;
     // Glyphs FreeType delivers in another pixel format are converted into here.
     std::vector<uint8_t> convertedPixels;
     FT_Bitmap convertedBitmap{};

@@ -20,6 +20,7 @@ namespace {
 const std::string kTestFont = VELTRANE_TEST_FONT_DIR "/veltrane-test.ttf";
 const std::string kNotoSans = "/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf";
 const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb";
+const std::string kKoi8rFont = "/usr/share/fonts/X11/misc/5x8-KOI8-R.pcf.gz";
 const std::string kWriteFailed = "Error writing file !\n";
 
 // Arguments as rows write them: FONT is the test font, "@name" a path in the run's directory.
@@ -72,6 +73,9 @@ TEST(ExportProgram, GoldenExports)
         // Cyrillic from a sample text under its CP1251 bytes, GPOS kerning; the proof shows each code once, 16 to a line.
         {"cp1251_font", {"--height", "12", "--codepage", "cp1251", "--chars", "46,44", "--text", "Привет, мир! Съешь ещё булок",
                          "--kerning", "gpos", "--proof", "@cp1251_font.png", kNotoSans}},
+        // A font in its own KOI8-R encoding: under either codepage its glyphs, each under the codepage's byte.
+        {"koi8r_font", {"--height", "8", "--codepage", "KOI8-R", "--text", "Привет", "--proof", "@koi8r_font.png", kKoi8rFont}},
+        {"koi8r_cp1251_font", {"--height", "8", "--codepage", "CP1251", "--text", "Привет", "--proof", "@koi8r_cp1251_font.png", kKoi8rFont}},
     };
     const fs::path expected = VELTRANE_EXPECTED_DIR;
     const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
@@ -93,6 +97,7 @@ TEST(ExportProgram, GoldenExports)
             EXPECT_TRUE(regenerate || ReadFile(dir.Path() / file) == golden) << file << " differs from the committed file";
         }
     }
+    EXPECT_EQ(ReadFile(expected / "koi8r_font.png"), ReadFile(expected / "koi8r_cp1251_font.png")) << "the same glyphs";
 }
 
 TEST(ExportProgram, Faults)
@@ -183,6 +188,8 @@ TEST(ExportProgram, Faults)
         {{}, {"--chars", "9, A-Z ,70-65,1-2-3,65-, ,,0-2,65,a\"\tb", "FONT", "@Font.cpp"}, 0, kNote +
          "cannot read \"A-Z\", \"70-65\", \"1-2-3\", \"65-\", \"a\\\"\\x09b\" in --chars; left out\n" + kNote + "no glyph for 0-2, 9; " + kShape,
          "", {"Font.cpp", "Font.h"}},
+        {{}, {"--height", "8", "--chars", "65,176,191", kKoi8rFont, "@Font.cpp"}, 0,
+         kNote + "no glyph for 191 (the font is encoded in KOI8-R); " + kShape, "", {"Font.cpp", "Font.h"}},
         {{}, {"--stats", "--chars", "65,86", "FONT", "@Font.cpp"}, 0, "", kStatsTable, {"Font.cpp", "Font.h"}},
         {{}, {"--help"}, 0, "", "--codepage NAME"},
         {{}, {"--version"}, 0, "", "Veltrane Bitmap Font Generator v1.00\n"},

@@ -91,6 +91,31 @@ TEST(FTFont, KerningInWholePixels)
     }
 }
 
+// X11 bitmap fonts without a Unicode charmap find a character under its code in their own
+// encoding; an encoding iconv does not know, and a Unicode font, stay as they were.
+TEST(FTFont, LooksUpInOwnEncoding)
+{
+    const std::string misc = "/usr/share/fonts/X11/misc/";
+    const struct {
+        std::string font;
+        char32_t character;
+        FT_ULong code; // in the font's encoding; 0: no glyph
+        std::string unknown;
+    } rows[] = {
+        {misc + "5x8-ISO8859-7.pcf.gz", U'Ω', 0xD9, ""}, {misc + "5x8-KOI8-R.pcf.gz", U'П', 0xF0, ""},
+        {misc + "5x8-ISO8859-15.pcf.gz", U'€', 0xA4, ""}, {misc + "5x8-ISO8859-15.pcf.gz", U'¤', 0, ""},
+        {misc + "8x16rk.pcf.gz", U'A', 0, "JISX0201.1976-0"}, {kTestFont, U'é', 0xE9, ""},
+    };
+    for (const auto& row : rows) {
+        FTFont font;
+        font.LoadFace(row.font.c_str());
+        EXPECT_EQ(font.LookUpInOwnEncoding().value_or(""), row.unknown) << row.font;
+        const FT_UInt index = font.GlyphIndex(row.character);
+        EXPECT_EQ(index, row.code ? FT_Get_Char_Index(font.Face(), row.code) : 0) << row.font;
+        EXPECT_EQ(index != 0, row.code != 0) << row.font;
+    }
+}
+
 TEST(FTFont, FaceStates)
 {
     FTFont font;
