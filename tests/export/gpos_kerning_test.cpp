@@ -51,7 +51,9 @@ TEST(GposKerning, EveryPairAsShapedAlone)
         {roboto, 16, nullptr}, {roboto, 40, nullptr}, {noto, 9, nullptr}, {noto, 16, nullptr},
         {dejavu, 11, nullptr}, {dejavu, 16, nullptr}, {noto, 16, &*cp1251}};
     for (const auto& [path, height, codepage] : cases) {
-        const ExportOptions options{.kerning = KerningMode::Gpos, .codepage = codepage};
+        ExportOptions options;
+        options.kerning = KerningMode::Gpos;
+        options.codepage = codepage;
         CharCodeList codes;
         for (uint32_t code = 32; code <= 255; ++code)
             if (!codepage || codepage->CharacterOf(code))
