@@ -59,7 +59,10 @@ bench-preview:
 	cmake --build $(BENCH_DIR) -j $(JOBS) --target preview_bench
 	tests/app/gui_session.sh $(BENCH_DIR)/bench/preview_bench
 
-# The Debian package (CPack): both programs, desktop entry, icon, manual page, CMake package.
+# Two Debian packages (CPack) in $(BUILD_DIR): veltrane-fontgen-export (exporter, its manual
+# page, CMake package, example; no GUI toolkit) and veltrane-fontgen (desktop program, its
+# manual page, desktop entry, icon; needs the first). cmake/CheckDebianPackages.cmake then
+# checks their dependencies.
 package: build
 	@scripts/install-deps.sh package
 	cmake --build $(BUILD_DIR) --target package

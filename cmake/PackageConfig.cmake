@@ -14,9 +14,10 @@ write_basic_package_version_file(
   COMPATIBILITY SameMajorVersion
   ARCH_INDEPENDENT)
 
-install(EXPORT VeltraneFontGenTargets NAMESPACE VeltraneFontGen:: DESTINATION ${VELTRANE_PACKAGE_DIR})
+install(EXPORT VeltraneFontGenTargets NAMESPACE VeltraneFontGen:: DESTINATION ${VELTRANE_PACKAGE_DIR}
+        COMPONENT exporter)
 install(FILES
   ${PROJECT_BINARY_DIR}/VeltraneFontGenConfig.cmake
   ${PROJECT_BINARY_DIR}/VeltraneFontGenConfigVersion.cmake
   ${PROJECT_SOURCE_DIR}/cmake/VeltraneBitmapFont.cmake
-  DESTINATION ${VELTRANE_PACKAGE_DIR})
+  DESTINATION ${VELTRANE_PACKAGE_DIR} COMPONENT exporter)

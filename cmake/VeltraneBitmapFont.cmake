@@ -84,6 +84,17 @@ function(veltrane_add_bitmap_font target)
   list(APPEND exporter_args ${arg_OPTIONS})
 
   set(stamp "${dir}/${name}.stamp")
+  # Two calls writing the same file (or a PROOF named like a source) would overwrite one
+  # font with another; say which calls, rather than leave it to CMake's message about a
+  # second rule for the same output.
+  foreach(output IN ITEMS "${stamp}" "${dir}/${name}.cpp" "${dir}/${name}.h" ${proof})
+    get_property(owner GLOBAL PROPERTY "veltrane_bitmap_font_output:${output}")
+    if(owner)
+      message(FATAL_ERROR "${fn}: ${output} is already written by veltrane_add_bitmap_font(${owner}); "
+                          "give one of them another NAME, OUTPUT_DIR or PROOF")
+    endif()
+    set_property(GLOBAL PROPERTY "veltrane_bitmap_font_output:${output}" "${target}")
+  endforeach()
   add_custom_command(
     OUTPUT "${stamp}"
     BYPRODUCTS "${dir}/${name}.cpp" "${dir}/${name}.h" ${proof}

@@ -1,22 +1,29 @@
-# Installs the build into a scratch prefix and checks that the programs, the desktop entry
-# and its icon land where a desktop's application menu looks for them, and work from there,
-# and that a firmware-like project builds against the installed CMake package.
-# Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE, SOURCE_DIR, CXX,
+# Installs the build into a scratch prefix, one component (Debian package) after the other,
+# and checks that the exporter's component alone runs and carries what a firmware build
+# needs, that the desktop program, its entry and icon land where a desktop's application
+# menu looks for them, and that a firmware-like project builds against the installed CMake
+# package. Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE, CXX,
 # TEST_FONT, EXPECTED and EXPECTED_GREETING (the example's outputs).
 
 file(REMOVE_RECURSE "${PREFIX}")
-execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${PREFIX}"
-                RESULT_VARIABLE status OUTPUT_VARIABLE log ERROR_VARIABLE log)
-if(NOT status EQUAL 0)
-  message(FATAL_ERROR "cmake --install failed:\n${log}")
-endif()
+function(install_component component)
+  execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${PREFIX}" --component ${component}
+                  RESULT_VARIABLE status OUTPUT_VARIABLE log ERROR_VARIABLE log)
+  if(NOT status EQUAL 0)
+    message(FATAL_ERROR "cmake --install --component ${component} failed:\n${log}")
+  endif()
+endfunction()
+install_component(exporter)
 
 execute_process(COMMAND "${PREFIX}/bin/veltrane-fontgen-export" --version RESULT_VARIABLE status OUTPUT_VARIABLE version)
 if(NOT status EQUAL 0 OR NOT version STREQUAL "Veltrane Bitmap Font Generator v1.00\n")
   message(FATAL_ERROR "installed exporter does not run: ${status} '${version}'")
 endif()
-if(NOT EXISTS "${PREFIX}/share/man/man1/veltrane-fontgen-export.1.gz")
-  message(FATAL_ERROR "no manual page in ${PREFIX}/share/man/man1")
+set(example_source "${PREFIX}/share/doc/veltrane-fontgen-export/examples/text-banner")
+# What a firmware build needs is in the exporter's component; the desktop program is not.
+if(NOT EXISTS "${PREFIX}/share/man/man1/veltrane-fontgen-export.1.gz" OR NOT EXISTS "${example_source}/ds_font.h"
+   OR EXISTS "${PREFIX}/bin/veltrane-fontgen")
+  message(FATAL_ERROR "the exporter's component lacks its manual page or the example, or has the desktop program")
 endif()
 
 # The example, as a firmware builds it: only find_package(VeltraneFontGen), strict warnings.
@@ -31,7 +38,7 @@ set(example "${PREFIX}-example")
 file(REMOVE_RECURSE "${example}")
 file(COPY "${TEST_FONT}" DESTINATION "${example}")
 get_filename_component(font "${TEST_FONT}" NAME)
-run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}/examples/text-banner" -B "${example}" "-DCMAKE_PREFIX_PATH=${PREFIX}"
+run("${CMAKE_COMMAND}" -S "${example_source}" -B "${example}" "-DCMAKE_PREFIX_PATH=${PREFIX}"
     "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -pedantic" "-DBANNER_FONT=${example}/${font}")
 run("${CMAKE_COMMAND}" --build "${example}")
 run("${example}/text_banner" "AVAT V.jA")
@@ -56,6 +63,10 @@ if(NOT touched MATCHES "Exporting bitmap font" OR touched MATCHES "Building[^\n]
 endif()
 if(NOT GUI)
   return()
+endif()
+install_component(desktop)
+if(NOT EXISTS "${PREFIX}/share/man/man1/veltrane-fontgen.1")
+  message(FATAL_ERROR "no manual page of the desktop program in ${PREFIX}/share/man/man1")
 endif()
 
 set(entry "${PREFIX}/share/applications/veltrane-fontgen.desktop")
