@@ -1,0 +1,16 @@
+// Exits 0 when the quoted text's characters, and only they, were exported.
+#include <My_Font_2.h>
+#include <quoted.h>
+
+#include <string_view>
+
+int main()
+{
+    constexpr std::string_view text = "It's $HOME \"\\";
+    for (int code = 0; code < 256; ++code) {
+        const bool listed = code != 0 && text.find(static_cast<char>(code)) != std::string_view::npos;
+        if ((font_quoted_0.chars[code] != nullptr) != listed)
+            return 1;
+    }
+    return font_My_Font_2_0.chars['A'] != nullptr ? 0 : 1;
+}
