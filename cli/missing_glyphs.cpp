@@ -2,9 +2,10 @@
 
 #include "export/font_source.h"
 
+#include <algorithm>
 #include <array>
 
-std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList& codes, const ExportOptions& options)
+MissingGlyphs FindMissingGlyphs(FT_Face face, const CharCodeList& codes, const ExportOptions& options)
 {
     std::array<bool, 256> missing{};
     for (uint32_t code : codes)
@@ -26,7 +27,13 @@ std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList&
         }
         first = last;
     }
-    if (ranges.empty())
+    const bool all = std::all_of(codes.begin(), codes.end(), [&](uint32_t code) { return missing[code]; });
+    return {ranges, all};
+}
+
+std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing)
+{
+    if (missing.ranges.empty())
         return std::nullopt;
-    return "no glyph for " + ranges + "; they are exported as the font's missing-glyph shape";
+    return "no glyph for " + missing.ranges + "; they are exported as the font's missing-glyph shape";
 }

@@ -9,7 +9,15 @@
 #include <optional>
 #include <string>
 
-// The warning for the listed codes whose character (CharacterFor) the face has no glyph
-// for, as ascending ranges: "no glyph for 0-31, 127-159; ...". Nothing when every code
-// has one. Every code must be below 256.
-std::optional<std::string> MissingGlyphWarning(FT_Face face, const CharCodeList& codes, const ExportOptions& options);
+// The listed codes whose character (CharacterFor) the face has no glyph for.
+struct MissingGlyphs {
+    std::string ranges; // ascending: "0-31, 127-159"; empty when every code has a glyph
+    bool all = false;   // no listed code has one: the export would hold nothing real
+};
+
+// Every code must be below 256.
+MissingGlyphs FindMissingGlyphs(FT_Face face, const CharCodeList& codes, const ExportOptions& options);
+
+// The warning for codes without a glyph: "no glyph for 0-31, 127-159; ...". Nothing when
+// every code has one.
+std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing);
