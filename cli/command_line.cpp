@@ -35,15 +35,22 @@ constexpr const char* kFooter =
     "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
     "command line could not be read.";
 
+// Any letter case, "GPOS" being how the table is usually written; ASCII only, as a
+// Turkish locale would lower "I" to a dotless one.
 KerningMode ParseKerning(const std::string& text)
 {
-    if (text == "legacy")
+    std::string lower = text;
+    for (char& c : lower)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    if (lower == "legacy")
         return KerningMode::Legacy;
-    if (text == "gpos")
+    if (lower == "gpos")
         return KerningMode::Gpos;
-    if (text == "auto")
+    if (lower == "auto")
         return KerningMode::Auto;
-    throw CLI::ValidationError("--kerning", "\"" + text + "\" is not legacy, gpos or auto");
+    if (lower == "none")
+        return KerningMode::None;
+    throw CLI::ValidationError("--kerning", "\"" + text + "\" is not legacy, gpos, auto or none");
 }
 
 // A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
@@ -84,11 +91,16 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
            "Unicode character)")
         ->type_name("NAME");
     app.add_option_function<std::string>(
-           "--kerning", [&request](const std::string& text) { request.kerning = ParseKerning(text); },
+           "--kerning",
+           [&request](const std::string& text) {
+               request.kerning = ParseKerning(text);
+               request.kerningGiven = true;
+           },
            "Where the kerning pairs come from: legacy (the font's old 'kern' table, as the\n"
            "desktop program reads it), gpos (the OpenType 'kern' feature, each pair shaped with\n"
-           "HarfBuzz; most modern fonts kern only this way) or auto (gpos when the font has that\n"
-           "feature, otherwise legacy), e.g. --kerning gpos")
+           "HarfBuzz; most modern fonts kern only this way), auto (gpos when the font has that\n"
+           "feature, otherwise legacy) or none (no kerning tables), any letter case, e.g.\n"
+           "--kerning gpos")
         ->type_name("SOURCE")
         ->default_str("legacy");
     app.add_option("--face", request.faceIndex, "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1")

@@ -3,9 +3,12 @@
 #include "cli/character_in_progress.h"
 #include "cli/code_list.h"
 #include "cli/export_stats.h"
+#include "cli/font_file_check.h"
 #include "cli/font_pair_writer.h"
+#include "cli/gpos_kerning_hint.h"
 #include "cli/missing_glyphs.h"
 #include "cli/strike_heights.h"
+#include "cli/unread_pieces.h"
 #include "export/base_name.h"
 #include "export/export_settings.h"
 #include "proof/proof_file.h"
@@ -27,12 +30,37 @@ bool SameFile(const std::string& a, const std::string& b)
     return std::filesystem::weakly_canonical(a, ignored) == std::filesystem::weakly_canonical(b, ignored);
 }
 
-std::string UnreadPiecesWarning(const std::vector<std::string>& pieces)
+// Opens the face, saying why when the file does not give it.
+void LoadFont(FTFont& font, const ExportRequest& request, ExportReport& report)
 {
-    std::string quoted;
-    for (const std::string& piece : pieces)
-        quoted += (quoted.empty() ? "" : ", ") + Quoted(piece);
-    return "cannot read " + quoted + " in --chars; left out";
+    try {
+        font.LoadFace(request.fontPath.c_str(), request.faceIndex);
+    } catch (const FTException&) {
+        report.context.push_back(WhyFontCannotLoad(request.fontPath, request.faceIndex));
+        throw;
+    }
+    if (auto unknown = font.LookUpInOwnEncoding())
+        report.warnings.push_back("the font is encoded in " + *unknown +
+                                  ", which iconv does not know as an 8-bit encoding: no character finds its glyphs");
+}
+
+// Fails an export that would hold no real glyph; warns of codes without one and, unless
+// --kerning chose, of kerning that only the GPOS table holds. The face must be sized.
+std::optional<std::string> CheckGlyphs(FTFont& font, const CharCodeList& codes, const ExportRequest& request,
+                                       const ExportOptions& options, ExportReport& report)
+{
+    const MissingGlyphs missing = FindMissingGlyphs(font, codes, options);
+    if (missing.all) {
+        report.context.push_back(Quoted(request.fontPath) + " has no glyph for any of " + missing.ranges + missing.encodingNote);
+        return kNoGlyphMessage;
+    }
+    if (auto warning = MissingGlyphWarning(missing))
+        report.warnings.push_back(*warning);
+    if (request.kerning == KerningMode::Legacy && !request.kerningGiven) {
+        if (auto warning = GposOnlyKerningWarning(font, codes, options))
+            report.warnings.push_back(*warning);
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -45,8 +73,10 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     CharCodeList codes;
     std::vector<std::string> unreadPieces;
     auto listMessage = ListCodes(request, codes, unreadPieces);
-    if (!unreadPieces.empty())
-        report.warnings.push_back(UnreadPiecesWarning(unreadPieces));
+    if (!unreadPieces.empty()) {
+        report.context = UnreadPieceLines(unreadPieces);
+        return kInvalidCharsMessage;
+    }
     if (listMessage)
         return listMessage;
     if (codes.empty())
@@ -80,10 +110,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     }
     try {
         FTFont font;
-        font.LoadFace(request.fontPath.c_str(), request.faceIndex);
-        if (auto unknown = font.LookUpInOwnEncoding())
-            report.warnings.push_back("the font is encoded in " + *unknown +
-                                      ", which iconv does not know as an 8-bit encoding: no character finds its glyphs");
+        LoadFont(font, request, report);
         try {
             font.SetPixelSize(height);
         } catch (const FTException&) {
@@ -91,17 +118,21 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
                 report.context.push_back(*note);
             throw;
         }
-        if (auto warning = MissingGlyphWarning(font, codes, options))
-            report.warnings.push_back(*warning);
+        if (auto message = CheckGlyphs(font, codes, request, options, report))
+            return message;
         FontPairSizes sizes;
         std::optional<CompanionFile> proof;
         if (request.proofPath)
             proof = CompanionFile{*request.proofPath, kProofWriteFailedMessage, [&](FILE* file) {
                                       return WriteProofImage(file, written, proofLines, height);
                                   }};
-        if (auto message = WriteFontPair(font, path, output.baseName, codes, options,
-                                         sizes, proof ? &*proof : nullptr))
+        std::string why;
+        if (auto message = WriteFontPair(font, path, output.baseName, codes, options, sizes, why,
+                                         proof ? &*proof : nullptr)) {
+            if (!why.empty())
+                report.context.push_back(why);
             return message;
+        }
         if (request.stats)
             report.stats = stats.Table(output.baseName + ".cpp", sizes.source, output.baseName + ".h", sizes.header);
     } catch (const FTException& e) {

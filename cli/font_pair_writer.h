@@ -31,7 +31,9 @@ struct CompanionFile {
 // complete, so a failure, whatever it is, leaves those as they were. `baseName` must be
 // sanitized and the face set to the export size (see WriteFontSource).
 // Returns kWriteFailedMessage when a file of the pair cannot be created, written, closed or
-// renamed into place, or the companion's messages; throws FTException when a glyph cannot be rendered.
+// renamed into place, or the companion's messages, and sets `why` to the file and the
+// system's reason ("cannot write \"out/Font.h\": No space left on device"); throws
+// FTException when a glyph cannot be rendered.
 std::optional<std::string> WriteFontPair(FTFont& font, const std::string& path, const std::string& baseName,
                                          const CharCodeList& codes, const ExportOptions& options, FontPairSizes& sizes,
-                                         const CompanionFile* companion = nullptr);
+                                         std::string& why, const CompanionFile* companion = nullptr);

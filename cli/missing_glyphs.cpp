@@ -3,6 +3,7 @@
 #include "charset/codepage.h"
 #include "export/font_source.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -18,7 +19,7 @@ std::string FontEncodingNote(const FTFont& font, const ExportOptions& options)
 
 } // namespace
 
-std::optional<std::string> MissingGlyphWarning(const FTFont& font, const CharCodeList& codes, const ExportOptions& options)
+MissingGlyphs FindMissingGlyphs(const FTFont& font, const CharCodeList& codes, const ExportOptions& options)
 {
     std::array<bool, 256> missing{};
     for (uint32_t code : codes)
@@ -40,7 +41,13 @@ std::optional<std::string> MissingGlyphWarning(const FTFont& font, const CharCod
         }
         first = last;
     }
-    if (ranges.empty())
+    const bool all = std::all_of(codes.begin(), codes.end(), [&](uint32_t code) { return missing[code]; });
+    return {ranges, all, FontEncodingNote(font, options)};
+}
+
+std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing)
+{
+    if (missing.ranges.empty())
         return std::nullopt;
-    return "no glyph for " + ranges + FontEncodingNote(font, options) + "; they are exported as the font's missing-glyph shape";
+    return "no glyph for " + missing.ranges + missing.encodingNote + "; they are exported as the font's missing-glyph shape";
 }

@@ -7,8 +7,18 @@
 #include <optional>
 #include <string>
 
-// The warning for the listed codes whose character (CharacterFor) the face has no glyph
-// for, as ascending ranges: "no glyph for 0-31, 127-159; ...". Nothing when every code
-// has one; a font in an encoding of its own (FTFont::OwnEncoding) other than the codes'
-// is named. Every code must be below 256.
-std::optional<std::string> MissingGlyphWarning(const FTFont& font, const CharCodeList& codes, const ExportOptions& options);
+// The listed codes whose character (CharacterFor) the font has no glyph for.
+struct MissingGlyphs {
+    std::string ranges; // ascending: "0-31, 127-159"; empty when every code has a glyph
+    bool all = false;   // no listed code has one: the export would hold nothing real
+    // " (the font is encoded in KOI8-R)" for a font in an encoding of its own
+    // (FTFont::OwnEncoding) other than the codes'; empty otherwise.
+    std::string encodingNote;
+};
+
+// Every code must be below 256.
+MissingGlyphs FindMissingGlyphs(const FTFont& font, const CharCodeList& codes, const ExportOptions& options);
+
+// The warning for codes without a glyph: "no glyph for 0-31, 127-159; ...". Nothing when
+// every code has one.
+std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing);

@@ -1,5 +1,6 @@
 #include "cli/safe_output.h"
 
+#include "cli/export_report.h"
 #include "cli/temp_file_cleanup.h"
 
 #include <fcntl.h>
@@ -66,6 +67,15 @@ bool SameBytes(const std::string& a, const std::string& b)
     }
 }
 
+// The directory a file goes into, as "dir/" ("./" for the current one).
+std::string DirectoryOf(const std::string& file)
+{
+    std::string directory = fs::path(file).parent_path().string();
+    if (directory.empty())
+        return "./";
+    return directory.ends_with('/') ? directory : directory + "/";
+}
+
 } // namespace
 
 SafeOutput::SafeOutput(std::string target) : target(std::move(target))
@@ -98,10 +108,13 @@ bool SafeOutput::Open()
     } else {
         // Directories fail here as they always did; devices and pipes take the bytes.
         stream = std::fopen(target.c_str(), "w");
+        if (stream == nullptr && errno == ENOTDIR)
+            return Failed("cannot write in", DirectoryOf(target), errno);
+        if (stream == nullptr)
+            return Failed("cannot write", target, errno);
     }
-    if (stream != nullptr)
-        std::setvbuf(stream, nullptr, _IONBF, 0); // the OutputWriter buffers
-    return stream != nullptr;
+    std::setvbuf(stream, nullptr, _IONBF, 0); // the OutputWriter buffers
+    return true;
 }
 
 bool SafeOutput::OpenTemporary(mode_t mode)
@@ -110,13 +123,15 @@ bool SafeOutput::OpenTemporary(mode_t mode)
     CleanupSignalBlock block;
     const int fd = mkostemp(path.data(), O_CLOEXEC);
     if (fd < 0)
-        return false;
+        return Failed("cannot write in", DirectoryOf(replaced), errno);
     cleanupSlot = RegisterTempFile(path.c_str());
     tempPath = path;
+    errno = 0; // a full table of temporary files has no errno
     if (cleanupSlot < 0 || fchmod(fd, mode) != 0 || (stream = fdopen(fd, "w")) == nullptr) {
+        const int error = errno;
         if (stream == nullptr)
             close(fd);
-        return false;
+        return Failed("cannot write in", DirectoryOf(replaced), error);
     }
     return true;
 }
@@ -125,10 +140,17 @@ bool SafeOutput::Finish()
 {
     if (stream == nullptr)
         return false;
+    errno = 0; // a write error the stream remembers has no errno left
     bool ok = std::fflush(stream) == 0 && !std::ferror(stream);
+    int error = errno;
     size = ftello(stream);
-    ok = std::fclose(stream) == 0 && ok;
+    if (std::fclose(stream) != 0) {
+        error = ok ? errno : error;
+        ok = false;
+    }
     stream = nullptr;
+    if (!ok)
+        Failed("cannot write", target, error);
     unchanged = ok && !tempPath.empty() && SameBytes(tempPath, replaced);
     return ok;
 }
@@ -142,11 +164,19 @@ bool SafeOutput::Commit()
         return true;
     }
     if (std::rename(tempPath.c_str(), replaced.c_str()) != 0)
-        return false;
+        return Failed("cannot replace", replaced, errno);
     ForgetTempFile(cleanupSlot);
     cleanupSlot = -1;
     tempPath.clear();
     return true;
+}
+
+bool SafeOutput::Failed(const std::string& what, const std::string& path, int error)
+{
+    problem = what + " " + Quoted(path);
+    if (error != 0)
+        problem += std::string(": ") + std::strerror(error);
+    return false;
 }
 
 void SafeOutput::RemoveTemporary()

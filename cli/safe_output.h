@@ -34,16 +34,22 @@ public:
     bool Commit();
     // Bytes written, once finished; -1 when the stream cannot tell (a pipe).
     off_t Size() const { return size; }
+    const std::string& Target() const { return target; }
+    // Why Open, Finish or Commit failed, naming the file or directory and giving the
+    // system's reason: "cannot write in \"out/\": No such file or directory".
+    const std::string& Problem() const { return problem; }
 
 private:
     std::string target;
     std::string tempPath; // empty when the target is written in place
     std::string replaced; // the file the temporary one replaces
+    std::string problem;
     FILE* stream = nullptr;
     int cleanupSlot = -1;
     off_t size = -1;
     bool unchanged = false;
 
     bool OpenTemporary(mode_t mode);
+    bool Failed(const std::string& what, const std::string& path, int error);
     void RemoveTemporary();
 };

@@ -11,6 +11,7 @@ enum class KerningMode
     Legacy, // FreeType's kerning lookup: the font's legacy 'kern' table
     Gpos,   // the OpenType 'kern' feature, as HarfBuzz shapes each pair
     Auto,   // Gpos when the font's GPOS table has a 'kern' feature, otherwise Legacy
+    None,   // no kerning tables at all, as from a font without kerning
 };
 
 // How a kerning table writes a previous character of 128 to 255.

@@ -20,6 +20,10 @@ public:
 
 // `codes` is the list as exported (each code once); both it and `font` must outlive the
 // source, and the face must be set to the export size. A GPOS source (KerningMode::Gpos,
-// or Auto for a face whose GPOS table has a 'kern' feature) works out every pair here.
+// or Auto for a face whose GPOS table has a 'kern' feature) works out every pair here;
+// KerningMode::None gives no pairs at all.
 std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const CharCodeList& codes,
                                                  const ExportOptions& options);
+
+// Whether the face's GPOS table has a 'kern' feature, which KerningMode::Auto follows.
+bool HasGposKerning(FT_Face face);

@@ -1,5 +1,6 @@
 #include "export/output_writer.h"
 
+#include <cerrno>
 #include <charconv>
 
 OutputWriter::OutputWriter(const std::string& path)
@@ -59,9 +60,16 @@ bool OutputWriter::Flush()
     // After a failure the rest is dropped: the file is wrong anyway, and the caller
     // learns of it from Close().
     if (pending > 0 && !failed && std::fwrite(buffer.get(), 1, pending, stream) != pending)
-        failed = true;
+        Fail();
     pos = buffer.get();
     return !failed;
+}
+
+void OutputWriter::Fail()
+{
+    if (!failed)
+        error = errno;
+    failed = true;
 }
 
 bool OutputWriter::Close()
@@ -70,9 +78,9 @@ bool OutputWriter::Close()
         return false;
     Flush();
     if (std::fflush(stream) != 0 || std::ferror(stream))
-        failed = true;
+        Fail();
     if (ownsStream && std::fclose(stream) != 0)
-        failed = true;
+        Fail();
     stream = nullptr;
     return !failed;
 }

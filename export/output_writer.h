@@ -88,13 +88,18 @@ public:
     // Flushes and, for a stream this writer opened, closes it. True when every write
     // and the close succeeded. The writer is closed afterwards in any case.
     bool Close();
+    // The errno of the first write or close that failed; 0 when none did or it is unknown.
+    int Error() const { return error; }
 
 private:
     static constexpr size_t kBufferSize = 1 << 18;
 
+    void Fail(); // remembers the first failure and its errno
+
     FILE* stream = nullptr;
     bool ownsStream = false;
     bool failed = false;
+    int error = 0;
     std::unique_ptr<char[]> buffer;
     char* pos = nullptr;
     char* limit = nullptr;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -30,6 +31,26 @@ std::vector<std::string> Arguments(const std::vector<std::string>& args, const f
     for (const std::string& arg : args)
         resolved.push_back(arg == "FONT" ? kTestFont : arg.starts_with("@") ? (dir / arg.substr(1)).string() : arg);
     return resolved;
+}
+
+// The test font twice over as a collection: both faces share its tables, moved past the header.
+std::string TwoFaceCollection()
+{
+    FontBytes font(kTestFont);
+    for (size_t record = 12; record < 12 + 16 * font.U16(4); record += 16) {
+        const uint32_t at = font.U32(record + 8) + 20;
+        font.Put16(record + 8, uint16_t(at >> 16)), font.Put16(record + 10, uint16_t(at));
+    }
+    return std::string("ttcf\0\1\0\0\0\0\0\2\0\0\0\x14\0\0\0\x14", 20) + font.bytes;
+}
+
+// The exporter run as a user runs it: as root, without the power to override permissions.
+ProgramResult RunAsUser(std::vector<std::string> args)
+{
+    if (geteuid() != 0)
+        return RunExporter(args);
+    args.insert(args.begin(), {"setpriv", "--bounding-set=-dac_override,-dac_read_search", VELTRANE_EXPORT_PROGRAM});
+    return RunProgram(args);
 }
 
 // Every file and directory under `dir`, as paths relative to it.
@@ -105,6 +126,8 @@ TEST(ExportProgram, Faults)
     const std::string range = "Font size must be in between 6 and 256 !\n", load = "cannot load font file\n",
                       proofFailed = "Error writing the proof image !\n";
     const std::string kNote = "veltrane-fontgen-export: ", kShape = "they are exported as the font's missing-glyph shape\n";
+    const std::string notFont = "\" is not a font file FreeType can read\n", gone = "cannot write in \"@gone/\": No such file or directory\n",
+                      isDir = ": Is a directory\n", full = ": No space left on device\n";
     const std::string kStatsTable = "characters                            2\n"
                                     "pixel bytes per rotation            112\n"
                                     "pixel bytes in all                  448\n"
@@ -115,6 +138,7 @@ TEST(ExportProgram, Faults)
     const struct {
         std::vector<std::string> made; // before the run: "name/" a directory, "name@" a link to /dev/full,
                                        // "name>to" a link to "to", "name=N" the test font's first N bytes,
+                                       // "name*" a collection of two faces, "...%MODE" then chmod MODE,
                                        // "!C" broken.ttf, the test font whose glyph for C cannot load,
                                        // "+" the files of a run with the same arguments an hour ago,
                                        // "name" a file holding "kept"; a failure leaves every file as made
@@ -138,14 +162,13 @@ TEST(ExportProgram, Faults)
         {{}, {"--chars", "65", "--proof", "@p.png", "--proof-text", "AB", "@none.ttf", "@Font.cpp"}, 1,
          "Character \"B\" (U+0042) is not among the exported characters !\n"},
         {{}, {"--proof", "@p.png", "--proof-text", "\xff", "@none.ttf", "@Font.cpp"}, 1, "The proof text is not valid UTF-8 !\n"},
-        {{}, {"@none.ttf", "@Font.cpp"}, 1, load},
-        {{"f"}, {"@f", "@Font.cpp"}, 1, load, "", {"f"}},
-        {{"d/"}, {"@d", "@Font.cpp"}, 1, load, "", {"d"}},
-        {{"cut.ttf=100"}, {"@cut.ttf", "@Font.cpp"}, 1, load, "", {"cut.ttf"}},
-        {{}, {"--face", "1", "FONT", "@Font.cpp"}, 1, load},
+        {{}, {"@none.ttf", "@Font.cpp"}, 1, load + kNote + "\"@none.ttf\": No such file or directory\n"},
+        {{"f"}, {"@f", "@Font.cpp"}, 1, load + kNote + "\"@f" + notFont, "", {"f"}},
+        {{"d/"}, {"@d", "@Font.cpp"}, 1, load + kNote + "\"@d\" is a directory\n", "", {"d"}},
+        {{"cut.ttf=100"}, {"@cut.ttf", "@Font.cpp"}, 1, load + kNote + "\"@cut.ttf" + notFont, "", {"cut.ttf"}},
+        {{}, {"--face", "1", "FONT", "@Font.cpp"}, 1, load + kNote + "\"" + kTestFont + "\" has no face 1: the file has 1 face, 0\n"},
         {{}, {"--height", "15", kTerminus, "@Font.cpp"}, 1,
          "cannot set char size\n" + kNote + "the font has bitmaps at 12, 14, 16, 18, 20, 22, 24, 28, 32 px\n"},
-        {{}, {"--chars", "A-Z", "@none.ttf", "@Font.cpp"}, 1, "No characters to export !\n" + kNote + "cannot read \"A-Z\" in --chars; left out\n"},
         {{}, {"--text", "\t\r\n", "@none.ttf", "@Font.cpp"}, 1, "No characters to export !\n"},
         {{}, {"@none.ttf", "@ds-font.cpp"}, 1, "The name ds_font would replace the firmware's ds_font.h !\n" + kNote +
          "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp\n"},
@@ -154,15 +177,17 @@ TEST(ExportProgram, Faults)
          "cannot load glyph\n" + kNote + "while rendering code 130 (U+00E9) from @broken.ttf\n" + kNote + "no glyph for 233; " + kShape,
          "", {"Font.cpp", "Font.h", "broken.ttf"}},
         // Places that cannot take the files.
-        {{}, {"--chars", "65", "FONT", "@gone/Font.cpp"}, 1, kWriteFailed},
-        {{"f"}, {"--chars", "65", "FONT", "@f/Font.cpp"}, 1, kWriteFailed, "", {"f"}},
-        {{"Font.cpp/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
-        {{"Font.h/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.h"}},
-        {{"Font.cpp@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp"}},
-        {{"Font.cpp", "Font.h@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed, "", {"Font.cpp", "Font.h"}},
+        {{}, {"--chars", "65", "FONT", "@gone/Font.cpp"}, 1, kWriteFailed + kNote + gone},
+        {{"f"}, {"--chars", "65", "FONT", "@f/Font.cpp"}, 1, kWriteFailed + kNote + "cannot write in \"@f/\": Not a directory\n", "", {"f"}},
+        {{"Font.cpp/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed + kNote + "cannot write \"@Font.cpp\"" + isDir, "", {"Font.cpp"}},
+        {{"Font.h/"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed + kNote + "cannot write \"@Font.h\"" + isDir, "", {"Font.h"}},
+        {{"Font.cpp@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed + kNote + "cannot write \"@Font.cpp\"" + full, "", {"Font.cpp"}},
+        {{"Font.cpp", "Font.h@"}, {"--chars", "65", "FONT", "@Font.cpp"}, 1, kWriteFailed + kNote + "cannot write \"@Font.h\"" + full, "",
+         {"Font.cpp", "Font.h"}},
         // A proof that cannot be written fails the export as a whole.
-        {{"Font.cpp", "p.png@"}, {"--chars", "65", "--proof", "@p.png", "FONT", "@Font.cpp"}, 1, proofFailed, "", {"Font.cpp", "p.png"}},
-        {{}, {"--chars", "65", "--proof", "@gone/p.png", "FONT", "@Font.cpp"}, 1, proofFailed},
+        {{"Font.cpp", "p.png@"}, {"--chars", "65", "--proof", "@p.png", "FONT", "@Font.cpp"}, 1,
+         proofFailed + kNote + "cannot write \"@p.png\"" + full, "", {"Font.cpp", "p.png"}},
+        {{}, {"--chars", "65", "--proof", "@gone/p.png", "FONT", "@Font.cpp"}, 1, proofFailed + kNote + gone},
         {{"Font.h"}, {"--proof", "@./Font.h", "FONT", "@Font.cpp"}, 1, "The proof image would replace an exported file !\n", "", {"Font.h"}},
         {{}, {"--height", "256", "--chars", "65", "--proof", "@p.png", "--proof-text", std::string(40, '\n'), "FONT", "@Font.cpp"},
          1, "The proof image would be 25776 x 11992 pixels, too large (at most 1000000 a side and 268435456 in all) !\n"},
@@ -175,19 +200,36 @@ TEST(ExportProgram, Faults)
         {{}, {"--codepage", "no-such", "FONT", "@Font.cpp"}, 2, "unknown codepage \"no-such\""},
         {{}, {"--face", "-1", "FONT", "@Font.cpp"}, 2, "--face"},
         {{}, {"--proof-text", "A", "FONT", "@Font.cpp"}, 2, "--proof-text requires --proof"},
-        {{}, {"--kerning", "GPOS", "FONT", "@Font.cpp"}, 2, "--kerning: \"GPOS\" is not legacy, gpos or auto"},
+        {{}, {"--kerning", "gsub", "FONT", "@Font.cpp"}, 2, "--kerning: \"gsub\" is not legacy, gpos, auto or none"},
+        // Why a failure happened: the font file, the place to write, the --chars pieces, the glyphs; kerning left in GPOS.
+        {{"e.ttf=0"}, {"@e.ttf", "@Font.cpp"}, 1, load + kNote + "\"@e.ttf" + notFont, "", {"e.ttf"}},
+        {{}, {VELTRANE_EXPECTED_DIR "/golden_font.png", "@Font.cpp"}, 1, load + kNote + "\"" VELTRANE_EXPECTED_DIR "/golden_font.png" + notFont},
+        {{"f.ttf%0"}, {"@f.ttf", "@Font.cpp"}, 1, load + kNote + "\"@f.ttf\": Permission denied\n", "", {"f.ttf"}},
+        {{"two.ttc*"}, {"--face", "2", "@two.ttc", "@Font.cpp"}, 1,
+         load + kNote + "\"@two.ttc\" has no face 2: the file has 2 faces, 0 to 1\n", "", {"two.ttc"}},
+        {{"ro/%555"}, {"--chars", "65", "FONT", "@ro/Font.cpp"}, 1, kWriteFailed + kNote + "cannot write in \"@ro/\": Permission denied\n", "", {"ro"}},
+        {{}, {"--chars", "9, A-Z ,OxFF,126-32,1-2-3,65-, ,,0-4000000000,a\"\tb,65,300", "@none.ttf", "@Font.cpp"}, 1,
+         "Invalid character codes !\n" + kNote + "\"A-Z\" in --chars is not a range of two numbers\n" + kNote +
+         "\"OxFF\" in --chars is not a number\n" + kNote + "\"126-32\" in --chars runs backwards\n" + kNote +
+         "\"1-2-3\" in --chars has more than one \"-\"\n" + kNote + "\"65-\" in --chars is a range without its last code\n" +
+         kNote + "\"0-4000000000\" in --chars goes above 255\n" + kNote + "\"a\\\"\\x09b\" in --chars is not a number\n"},
+        {{}, {"--chars", "66-70,200", "FONT", "@Font.cpp"}, 1,
+         "No glyph for any of the characters !\n" + kNote + "\"" + kTestFont + "\" has no glyph for any of 66-70, 200\n"},
+        {{}, {"--chars", "65,86,84", kNotoSans, "@Font.cpp"}, 0,
+         kNote + "the font kerns only through its GPOS table; --kerning auto gives 4 pairs\n", "", {"Font.cpp", "Font.h"}},
+        {{}, {"--kerning", "Auto", "--stats", "--chars", "65,86,84", kNotoSans, "@Font.cpp"}, 0, "", "kerning pairs                         4\n",
+         {"Font.cpp", "Font.h"}},
+        {{}, {"--kerning", "legacy", "--chars", "65,86,84", kNotoSans, "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h"}},
         // Successes: the files named as the save dialog would; help and version on standard output.
         {{"sub/"}, {"--chars", "65", "FONT", "@sub/My Font-2.cpp"}, 0, "", "", {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", "FONT", "@Font.CPP"}, 0, "", "", {"Font.cpp", "Font.h"}},
-        {{}, {"--codepage", "CP1251", "--text", "Пр", "--proof", "@p.png", "--proof-text", "р\nП", "FONT", "@Font.cpp"},
+        {{}, {"--codepage", "CP1251", "--chars", "65", "--text", "Пр", "--proof", "@p.png", "--proof-text", "р\nП", "FONT", "@Font.cpp"},
          0, kNote + "no glyph for 207, 240; " + kShape, "", {"Font.cpp", "Font.h", "p.png"}},
         {{"Font.cpp", "Font.h"}, {"--chars", "65", "FONT", "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h"}},
         {{"+"}, {"--chars", "65", "FONT", "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h"}}, // untouched
         {{"real.cpp", "Font.cpp>real.cpp"}, {"--chars", "65", "FONT", "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h", "real.cpp"}},
         // Warnings; the table of --stats.
-        {{}, {"--chars", "9, A-Z ,70-65,1-2-3,65-, ,,0-2,65,a\"\tb", "FONT", "@Font.cpp"}, 0, kNote +
-         "cannot read \"A-Z\", \"70-65\", \"1-2-3\", \"65-\", \"a\\\"\\x09b\" in --chars; left out\n" + kNote + "no glyph for 0-2, 9; " + kShape,
-         "", {"Font.cpp", "Font.h"}},
+        {{}, {"--chars", "9, ,,0-2,65", "FONT", "@Font.cpp"}, 0, kNote + "no glyph for 0-2, 9; " + kShape, "", {"Font.cpp", "Font.h"}},
         {{}, {"--height", "8", "--chars", "65,176,191", kKoi8rFont, "@Font.cpp"}, 0,
          kNote + "no glyph for 191 (the font is encoded in KOI8-R); " + kShape, "", {"Font.cpp", "Font.h"}},
         {{}, {"--stats", "--chars", "65,86", "FONT", "@Font.cpp"}, 0, "", kStatsTable, {"Font.cpp", "Font.h"}},
@@ -198,8 +240,11 @@ TEST(ExportProgram, Faults)
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.args));
         TempDir dir;
-        for (const std::string& made : row.made) {
-            const fs::path path = dir.Path() / made.substr(0, made.find_first_of("/@=>"));
+        for (std::string made : row.made) {
+            const size_t percent = made.find('%');
+            const std::string mode = percent == made.npos ? "" : made.substr(percent + 1);
+            made = made.substr(0, percent);
+            const fs::path path = dir.Path() / made.substr(0, made.find_first_of("/@=>*"));
             if (made.ends_with("/"))
                 fs::create_directory(path);
             else if (made.ends_with("@"))
@@ -210,13 +255,17 @@ TEST(ExportProgram, Faults)
                 FontWithBrokenGlyph(kTestFont, dir.Path(), std::stoul(made.substr(1)));
             else if (made == "+")
                 ASSERT_EQ(RunExporter(Arguments(row.args, dir.Path())).status, 0);
+            else if (made.ends_with("*"))
+                std::ofstream(path) << TwoFaceCollection();
             else
                 std::ofstream(path) << (made.find('=') != made.npos ? font.substr(0, std::stoul(made.substr(made.find('=') + 1))) : "kept");
+            if (!mode.empty())
+                fs::permissions(path, fs::perms(std::stoul(mode, nullptr, 8)));
         }
         for (const auto& [name, file] : Snapshot(dir.Path()))
             fs::last_write_time(dir.Path() / name, file.second - std::chrono::hours(1));
         const auto before = Snapshot(dir.Path());
-        const ProgramResult run = RunExporter(Arguments(row.args, dir.Path()));
+        const ProgramResult run = RunAsUser(Arguments(row.args, dir.Path()));
         EXPECT_EQ(run.status, row.status);
         std::string err = row.err;
         for (size_t at = err.find('@'); at != err.npos; at = err.find('@', at + 1))
@@ -281,10 +330,25 @@ exit $status)";
     const ProgramResult run = RunProgram({"unshare", "-m", "sh", "-c", exportTwice, "sh", disk.string(),
                                           VELTRANE_EXPORT_PROGRAM, kTestFont, kDejaVuSans, keep.string()});
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err, kWriteFailed);
+    EXPECT_EQ(run.err, kWriteFailed + "veltrane-fontgen-export: cannot write \"" + (disk / "Font.cpp").string() + "\": No space left on device\n");
     ASSERT_EQ(Tree(keep), (std::set<std::string>{"Font.cpp", "Font.h"}));
     ASSERT_EQ(RunExporter({"--chars", "65", kTestFont, (root.Path() / "Font.cpp").string()}).status, 0);
     EXPECT_TRUE(ReadFile(keep / "Font.cpp") == ReadFile(root.Path() / "Font.cpp"));
+}
+
+// --kerning none writes exactly what the font gives without its kerning tables.
+TEST(ExportProgram, KerningNoneIsAFontWithoutKerning)
+{
+    TempDir dir;
+    FontBytes font(kTestFont);
+    for (size_t record = 12; record < 12 + 16 * font.U16(4); record += 16)
+        if (font.bytes.compare(record, 4, "kern") == 0 || font.bytes.compare(record, 4, "GPOS") == 0)
+            font.bytes[record] = 'x'; // a table nobody reads
+    const std::string plain = font.SaveAs(dir.Path() / "plain.ttf"), chars = "32,65,86,84,46,106,233,66";
+    fs::create_directory(dir.Path() / "none");
+    ASSERT_EQ(RunExporter({"--kerning", "none", "--chars", chars, kTestFont, dir.Prefix() + "none/Font.cpp"}).status, 0);
+    ASSERT_EQ(RunExporter({"--chars", chars, plain, dir.Prefix() + "Font.cpp"}).status, 0);
+    EXPECT_TRUE(ReadFile(dir.Path() / "none/Font.cpp") == ReadFile(dir.Path() / "Font.cpp"));
 }
 
 TEST(ExportProgram, LinksNoWindowLibraries)

@@ -1,0 +1,72 @@
+#include "cli/unread_pieces.h"
+
+#include "charset/char_range_parser.h"
+#include "cli/export_report.h"
+
+#include <optional>
+
+namespace {
+
+// `text`, holding no "-" or ",", as the parser reads one number; nothing when it does not
+// read as one.
+std::optional<uint32_t> ReadNumber(const std::string& text)
+{
+    std::vector<std::string> unread;
+    const CharCodeList codes = ParseCharCodeText(text, &unread);
+    if (codes.size() != 1 || !unread.empty())
+        return std::nullopt;
+    return codes.front();
+}
+
+bool IsBlank(const std::string& text)
+{
+    return text.find_first_not_of("\t\n\r\f\v ") == text.npos;
+}
+
+// The piece as the message shows it: a long one cut short (at a UTF-8 character's start),
+// so that a pasted megabyte stays one readable line.
+std::string Shown(const std::string& piece)
+{
+    constexpr size_t kMaxShown = 40;
+    if (piece.size() <= kMaxShown)
+        return Quoted(piece);
+    size_t cut = kMaxShown;
+    while (cut > 0 && (static_cast<unsigned char>(piece[cut]) & 0xC0) == 0x80)
+        --cut;
+    return Quoted(piece.substr(0, cut)) + "...";
+}
+
+} // namespace
+
+std::string WhyPieceUnread(const std::string& piece)
+{
+    const std::string quoted = Shown(piece) + " in --chars ";
+    const size_t dash = piece.find('-');
+    if (dash == piece.npos)
+        return quoted + "is not a number";
+    if (piece.find('-', dash + 1) != piece.npos)
+        return quoted + "has more than one \"-\"";
+    const std::string low = piece.substr(0, dash), high = piece.substr(dash + 1);
+    if (IsBlank(low) || IsBlank(high))
+        return quoted + "is a range without its " + (IsBlank(low) ? "first" : "last") + " code";
+    const std::optional<uint32_t> first = ReadNumber(low), last = ReadNumber(high);
+    if (!first || !last)
+        return quoted + "is not a range of two numbers";
+    if (*first > *last)
+        return quoted + "runs backwards";
+    return quoted + "goes above 255"; // too long a range to list at all
+}
+
+std::vector<std::string> UnreadPieceLines(const std::vector<std::string>& pieces)
+{
+    std::vector<std::string> lines;
+    for (size_t i = 0; i < pieces.size() && i < kMaxPieceLines; ++i)
+        lines.push_back(WhyPieceUnread(pieces[i]));
+    if (pieces.size() > kMaxPieceLines)
+    {
+        const size_t more = pieces.size() - kMaxPieceLines;
+        lines.push_back("and " + std::to_string(more) + (more == 1 ? " more piece" : " more pieces") +
+                        " of --chars that cannot be read");
+    }
+    return lines;
+}
