@@ -17,6 +17,7 @@ constexpr const char* kDescription =
     "Writes the bitmap font source OUTPUT (.cpp) and its header (.h) beside it from a font file,\n"
     "as the desktop program's Export does.";
 
+// The manual page gives the examples from cli/veltrane-fontgen-export.h2m: keep both alike.
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
@@ -25,6 +26,11 @@ constexpr const char* kFooter =
     "were, and a file whose bytes would not change keeps its date. A link to a file is written\n"
     "through; a device or pipe is written in place.\n"
     "\n"
+    "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
+    "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
+    "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
+    "command line could not be read.\n"
+    "\n"
     "Examples:\n"
     "  veltrane-fontgen-export --height 12 --chars 32-126,0xB0 DejaVuSans.ttf out/Small.cpp\n"
     "  veltrane-fontgen-export --text 'Menu Settings 12:45' Roboto-Regular.ttf out/Ui.cpp\n"
@@ -32,12 +38,7 @@ constexpr const char* kFooter =
     "      --kerning gpos NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
-    "      DejaVuSans.ttf out/Font.cpp\n"
-    "\n"
-    "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
-    "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
-    "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
-    "command line could not be read.";
+    "      DejaVuSans.ttf out/Font.cpp";
 
 KerningMode ParseKerning(const std::string& text)
 {
