@@ -82,7 +82,8 @@ std::string UsageMessage(const CLI::App& app, int argc, char** argv, const CLI::
         return *unknown;
     const std::string message = error.what();
     const size_t valueMissing = message.find(": 1 required ");
-    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) && valueMissing != message.npos && message.ends_with(" missing"))
+    const bool valueOnly = valueMissing != message.npos && message.ends_with(" missing");
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) && valueOnly)
         return message.substr(0, valueMissing) + " needs a value";
     return message;
 }
