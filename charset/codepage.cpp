@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cctype>
-#include <cstdio>
 
 namespace {
 
@@ -39,7 +38,10 @@ public:
         while (true) {
             char* out = chunk;
             size_t outLeft = sizeof chunk;
-            const size_t result = iconv(cd, &in, &inLeft, &out, &outLeft);
+            size_t result = iconv(cd, &in, &inLeft, &out, &outLeft);
+            // CP1255 and CP1258 hold back a letter that a combining mark may follow.
+            if (result != static_cast<size_t>(-1))
+                result = iconv(cd, nullptr, nullptr, &out, &outLeft);
             const int error = result == static_cast<size_t>(-1) ? errno : 0;
             output.append(chunk, sizeof chunk - outLeft);
             if (error != E2BIG)
@@ -112,37 +114,4 @@ std::optional<uint8_t> Codepage::ByteOf(char32_t character) const
     if (character == kUndefined || found == characters.end())
         return std::nullopt;
     return static_cast<uint8_t>(found - characters.begin());
-}
-
-std::optional<std::u32string> DecodeUtf8(const std::string& text)
-{
-    Converter decoder(kUtf32, "UTF-8");
-    std::string decoded;
-    if (!decoder.IsOpen() || decoder.Convert(text, decoded) != 0)
-        return std::nullopt;
-    return FromUtf32(decoded);
-}
-
-std::string EncodeUtf8(char32_t character)
-{
-    std::string utf32(4, '\0');
-    for (int i = 0; i < 4; ++i)
-        utf32[i] = static_cast<char>(character >> (8 * i) & 0xFF);
-    Converter encoder("UTF-8", kUtf32);
-    std::string encoded;
-    if (!encoder.IsOpen() || encoder.Convert(utf32, encoded) != 0)
-        return "?";
-    return encoded;
-}
-
-std::string CodePoint(char32_t character)
-{
-    char number[16];
-    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
-    return number;
-}
-
-std::string NamedCharacter(char32_t character)
-{
-    return "\"" + EncodeUtf8(character) + "\" (" + CodePoint(character) + ")";
 }

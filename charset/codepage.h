@@ -1,5 +1,7 @@
 #pragma once
 
+#include "charset/unicode_text.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -32,15 +34,3 @@ private:
     std::string name;
     std::array<char32_t, 256> characters{};
 };
-
-// The characters of a UTF-8 text; nothing when the text is not valid UTF-8.
-std::optional<std::u32string> DecodeUtf8(const std::string& text);
-
-// One character in UTF-8, for messages.
-std::string EncodeUtf8(char32_t character);
-
-// A character as messages name it: "€" (U+20AC).
-std::string NamedCharacter(char32_t character);
-
-// Its code point alone: U+20AC.
-std::string CodePoint(char32_t character);

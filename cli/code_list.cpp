@@ -1,6 +1,7 @@
 #include "cli/code_list.h"
 
 #include "charset/char_range_parser.h"
+#include "charset/common_codepages.h"
 #include "export/exportable_codes.h"
 
 #include <algorithm>
@@ -14,35 +15,85 @@ bool IsSkippedInText(char32_t c)
     return c == U'\n' || c == U'\r' || c == U'\t' || c == U'\u2028' || c == U'\u2029';
 }
 
-std::optional<std::string> AppendText(const std::string& text, const Codepage& codepage, CharCodeList& codes)
+// The bytes of `characters` in `codepage`, each once, in the order of first appearance;
+// nothing, with the first character it lacks in `missing`, when it lacks one.
+std::optional<CharCodeList> TextCodes(const std::u32string& characters, const Codepage& codepage, char32_t& missing)
 {
-    const std::optional<std::u32string> characters = DecodeUtf8(text);
-    if (!characters)
-        return "The sample text is not valid UTF-8 !";
-    CharCodeList fromText;
-    for (char32_t character : *characters) {
+    CharCodeList codes;
+    for (char32_t character : characters) {
         if (IsSkippedInText(character))
             continue;
         const std::optional<uint8_t> byte = codepage.ByteOf(character);
-        if (!byte)
-            return "Character " + NamedCharacter(character) + " is not in " + codepage.Name() + " !";
-        if (std::find(fromText.begin(), fromText.end(), *byte) == fromText.end())
-            fromText.push_back(*byte);
+        if (!byte) {
+            missing = character;
+            return std::nullopt;
+        }
+        if (std::find(codes.begin(), codes.end(), *byte) == codes.end())
+            codes.push_back(*byte);
     }
-    codes.insert(codes.end(), fromText.begin(), fromText.end());
+    return codes;
+}
+
+// The bytes of the text's first reading that `codepage` holds whole; nothing, with the
+// first character the preferred reading lacks in `missing`, when it holds none.
+std::optional<CharCodeList> ReadingCodes(const std::vector<std::u32string>& readings, const Codepage& codepage,
+                                         char32_t& missing)
+{
+    for (const std::u32string& reading : readings) {
+        char32_t lacked = 0;
+        if (auto codes = TextCodes(reading, codepage, lacked))
+            return codes;
+        if (&reading == &readings.front())
+            missing = lacked;
+    }
+    return std::nullopt;
+}
+
+// Which codepage to give for a text Latin-1 cannot hold.
+std::string CodepageSuggestion(const std::vector<std::u32string>& readings)
+{
+    std::vector<std::string> names;
+    for (const Codepage& codepage : CommonCodepages()) {
+        char32_t ignored;
+        if (ReadingCodes(readings, codepage, ignored))
+            names.push_back(codepage.Name());
+    }
+    if (names.empty())
+        return "no common 8-bit codepage holds every character of the text";
+    std::string line = "give --codepage " + names.front();
+    for (size_t i = 1; i < names.size(); ++i)
+        line += (i + 1 == names.size() ? " or " : ", ") + names[i];
+    return line;
+}
+
+std::optional<std::string> AppendText(const std::string& text, const std::optional<Codepage>& chosen,
+                                      CharCodeList& codes, std::vector<std::string>& context)
+{
+    const std::vector<std::u32string> readings = TextReadings(text);
+    if (readings.empty())
+        return "The sample text is not valid UTF-8 !";
+    const Codepage codepage = chosen.value_or(Codepage::Latin1());
+    char32_t missing = 0;
+    std::optional<CharCodeList> fromText = ReadingCodes(readings, codepage, missing);
+    if (!fromText) {
+        if (!chosen)
+            context.push_back(CodepageSuggestion(readings));
+        return "Character " + NamedCharacter(missing) + " is not in " + codepage.Name() + " !";
+    }
+    codes.insert(codes.end(), fromText->begin(), fromText->end());
     return std::nullopt;
 }
 
 } // namespace
 
 std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes,
-                                     std::vector<std::string>& unreadPieces)
+                                     std::vector<std::string>& unreadPieces, std::vector<std::string>& context)
 {
     const bool textOnly = request.sampleText && !request.charsText;
     codes = textOnly ? CharCodeList{} : ParseCharCodeText(request.charsText.value_or(kDefaultChars), &unreadPieces);
     const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
     if (request.sampleText) {
-        if (auto message = AppendText(*request.sampleText, codepage, codes))
+        if (auto message = AppendText(*request.sampleText, request.codepage, codes, context))
             return message;
     }
     if (auto message = FindUnexportableCode(codes))

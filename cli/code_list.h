@@ -9,10 +9,12 @@
 
 // The codes the command line names: those of --chars, then the bytes that the characters
 // of the sample text have in the codepage (Latin-1 without one), in the order of their
-// first appearance; line breaks and tabs in the text are skipped. Returns the message of
+// first appearance; line breaks and tabs in the text are skipped. The text is read composed
+// to Unicode NFC, or as typed when only that fits the codepage. Returns the message of
 // the first character or code that cannot be exported, checked in that order: a text
 // character the codepage cannot hold, a code above 255, a code the codepage leaves
 // undefined. The pieces of --chars that cannot be read are left out and added, trimmed,
-// to `unreadPieces`.
+// to `unreadPieces`. A text Latin-1 cannot hold, with no codepage given, adds to `context`
+// the common codepages that hold it.
 std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes,
-                                     std::vector<std::string>& unreadPieces);
+                                     std::vector<std::string>& unreadPieces, std::vector<std::string>& context);

@@ -1,11 +1,15 @@
 #include "cli/command_line.h"
 
 #include "cli/exit_status.h"
+#include "cli/export_report.h"
+#include "cli/unknown_option.h"
 #include "app/app_version.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
@@ -13,6 +17,7 @@ constexpr const char* kDescription =
     "Writes the bitmap font source OUTPUT (.cpp) and its header (.h) beside it from a font file,\n"
     "as the desktop program's Export does.";
 
+// The manual page gives the examples from cli/veltrane-fontgen-export.h2m: keep both alike.
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
@@ -21,6 +26,11 @@ constexpr const char* kFooter =
     "were, and a file whose bytes would not change keeps its date. A link to a file is written\n"
     "through; a device or pipe is written in place.\n"
     "\n"
+    "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
+    "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
+    "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
+    "command line could not be read.\n"
+    "\n"
     "Examples:\n"
     "  veltrane-fontgen-export --height 12 --chars 32-126,0xB0 DejaVuSans.ttf out/Small.cpp\n"
     "  veltrane-fontgen-export --text 'Menu Settings 12:45' Roboto-Regular.ttf out/Ui.cpp\n"
@@ -28,12 +38,7 @@ constexpr const char* kFooter =
     "      --kerning gpos NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
-    "      DejaVuSans.ttf out/Font.cpp\n"
-    "\n"
-    "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
-    "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
-    "on the first line of standard error, what it concerns on the lines after it), 2 when the\n"
-    "command line could not be read.";
+    "      DejaVuSans.ttf out/Font.cpp";
 
 // Any letter case, "GPOS" being how the table is usually written; ASCII only, as a
 // Turkish locale would lower "I" to a dotless one.
@@ -53,6 +58,43 @@ KerningMode ParseKerning(const std::string& text)
     throw CLI::ValidationError("--kerning", "\"" + text + "\" is not legacy, gpos, auto or none");
 }
 
+// Help that names each option's value and leaves the rest to its description: no types,
+// defaults, "REQUIRED" or "Needs:" beside the names.
+class PlainHelp : public CLI::Formatter
+{
+public:
+    PlainHelp() { label("Positionals", "Arguments"); }
+
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        return option->get_positional() || option->get_type_size() == 0 ? "" : " " + option->get_type_name();
+    }
+};
+
+// A usage error as scripts and people read it: its message and where the options are told,
+// every line prefixed.
+void PrintUsageError(const std::string& message)
+{
+    std::istringstream lines(message + "\nRun 'veltrane-fontgen-export --help' for the options.");
+    for (std::string line; std::getline(lines, line);)
+        std::cerr << kReportPrefix << line << '\n';
+}
+
+// What a usage error says: an unknown option, whatever the parser made of the arguments
+// after it, else the parser's message, an option without its value in plain words.
+std::string UsageMessage(const CLI::App& app, int argc, char** argv, const CLI::ParseError& error)
+{
+    const std::vector<std::string> args(argv + std::min(argc, 1), argv + argc);
+    if (auto unknown = UnknownOptionMessage(app, args))
+        return *unknown;
+    const std::string message = error.what();
+    const size_t valueMissing = message.find(": 1 required ");
+    const bool valueOnly = valueMissing != message.npos && message.ends_with(" missing");
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) && valueOnly)
+        return message.substr(0, valueMissing) + " needs a value";
+    return message;
+}
+
 // A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
 std::string CheckNamesFile(const std::string& path)
 {
@@ -66,17 +108,22 @@ std::string CheckNamesFile(const std::string& path)
 std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& request)
 {
     CLI::App app{kDescription, "veltrane-fontgen-export"};
+    app.formatter(std::make_shared<PlainHelp>());
     app.footer(kFooter);
     app.set_version_flag("--version", kAppTitle);
-    app.add_option("--height", request.heightText, "Pixel height, 6 to 256 (decimal, 0x hex or 0 octal), e.g. 0x10")
-        ->capture_default_str();
+    app.add_option("--height", request.heightText,
+                   "Pixel height, 6 to 256 (decimal, 0x hex or 0 octal), e.g. 0x10 (default 16)")
+        ->type_name("PX");
     app.add_option("--chars", request.charsText,
                    "Character codes: comma-separated numbers and ranges, each up to 255, e.g. 32-126,0xB0\n"
-                   "(default 32-126, none when --text is given alone)");
+                   "(default 32-126, none when --text is given alone)")
+        ->type_name("LIST");
     app.add_option("--text", request.sampleText,
                    "A UTF-8 sample text, such as the firmware's UI strings: its characters join the list\n"
                    "after the --chars codes, as their bytes in the codepage; line breaks and tabs are\n"
-                   "skipped, e.g. --text 'Menu Settings 12:45'");
+                   "skipped; letters typed as a base and combining marks count as one, e.g.\n"
+                   "--text 'Menu Settings 12:45'")
+        ->type_name("TEXT");
     app.add_option_function<std::string>(
            "--codepage",
            [&request](const std::string& name) {
@@ -100,13 +147,12 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
            "desktop program reads it), gpos (the OpenType 'kern' feature, each pair shaped with\n"
            "HarfBuzz; most modern fonts kern only this way), auto (gpos when the font has that\n"
            "feature, otherwise legacy) or none (no kerning tables), any letter case, e.g.\n"
-           "--kerning gpos")
-        ->type_name("SOURCE")
-        ->default_str("legacy");
-    app.add_option("--face", request.faceIndex, "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1")
+           "--kerning gpos (default legacy)")
+        ->type_name("SOURCE");
+    app.add_option("--face", request.faceIndex,
+                   "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1 (default 0)")
         ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::Range(0L, 65535L));
+        ->check(CLI::Range(0L, 65535L).description(""));
     app.add_flag("--stats", request.stats,
                  "After the export, print a table of what was written on standard output: characters,\n"
                  "pixel bytes, kerning pairs and the sizes of the two files");
@@ -117,24 +163,25 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                        "--proof out/proof.png")
             ->type_name("FILE.png");
     app.add_option("--proof-text", request.proofText,
-                   "The proof's UTF-8 text, a line feed starting a new line; every character must be\n"
-                   "exported (default: the exported characters, 16 to a line)")
+                   "With --proof, the proof's UTF-8 text, a line feed starting a new line; every\n"
+                   "character must be exported (default: the exported characters, 16 to a line)")
         ->type_name("TEXT")
         ->needs(proof);
     app.add_option("FONT", request.fontPath, "The font file")->required();
     app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
         ->required()
         ->check(CLI::Validator(CheckNamesFile, "FILE"));
-    app.failure_message([](const CLI::App* self, const CLI::Error& e) {
-        return std::string("veltrane-fontgen-export: ") + e.what() + "\n\n" + self->help();
-    });
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
         // --help and --version arrive here too, with a status of 0 and the text for stdout.
-        const int status = app.exit(e, std::cout, std::cerr);
-        return status == 0 ? kExitSuccess : kExitUsage;
+        if (e.get_exit_code() == 0) {
+            app.exit(e, std::cout, std::cerr);
+            return kExitSuccess;
+        }
+        PrintUsageError(UsageMessage(app, argc, argv, e));
+        return kExitUsage;
     }
     return std::nullopt;
 }

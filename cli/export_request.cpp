@@ -72,7 +72,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         return message;
     CharCodeList codes;
     std::vector<std::string> unreadPieces;
-    auto listMessage = ListCodes(request, codes, unreadPieces);
+    auto listMessage = ListCodes(request, codes, unreadPieces, report.context);
     if (!unreadPieces.empty()) {
         report.context = UnreadPieceLines(unreadPieces);
         return kInvalidCharsMessage;

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -125,7 +126,8 @@ TEST(ExportProgram, Faults)
 {
     const std::string range = "Font size must be in between 6 and 256 !\n", load = "cannot load font file\n",
                       proofFailed = "Error writing the proof image !\n";
-    const std::string kNote = "veltrane-fontgen-export: ", kShape = "they are exported as the font's missing-glyph shape\n";
+    const std::string kNote = "veltrane-fontgen-export: ", kShape = "they are exported as the font's missing-glyph shape\n",
+                      kRunHelp = "Run 'veltrane-fontgen-export --help' for the options.\n";
     const std::string notFont = "\" is not a font file FreeType can read\n", gone = "cannot write in \"@gone/\": No such file or directory\n",
                       isDir = ": Is a directory\n", full = ": No space left on device\n";
     const std::string kStatsTable = "characters                            2\n"
@@ -156,7 +158,8 @@ TEST(ExportProgram, Faults)
          "Character code 300 is above 255 and cannot be exported !\n"},
         {{}, {"--codepage", "CP1251", "--chars", "65,152", "@none.ttf", "@Font.cpp"}, 1,
          "Character code 152 has no character in CP1251 !\n"},
-        {{}, {"--text", "ab\n€", "@none.ttf", "@Font.cpp"}, 1, "Character \"€\" (U+20AC) is not in ISO-8859-1 !\n"},
+        {{}, {"--text", "ab\n€", "@none.ttf", "@Font.cpp"}, 1, "Character \"€\" (U+20AC) is not in ISO-8859-1 !\n" + kNote +
+         "give --codepage CP1252, CP1250, CP1251, CP1253, CP1254, CP1255, CP1256, CP1257, CP1258, ISO-8859-7, ISO-8859-15 or ISO-8859-16\n"},
         {{}, {"--codepage", "koi8-u", "--text", "€", "@none.ttf", "@Font.cpp"}, 1,
          "Character \"€\" (U+20AC) is not in KOI8-U !\n"},
         {{}, {"--chars", "65", "--proof", "@p.png", "--proof-text", "AB", "@none.ttf", "@Font.cpp"}, 1,
@@ -191,10 +194,12 @@ TEST(ExportProgram, Faults)
         {{"Font.h"}, {"--proof", "@./Font.h", "FONT", "@Font.cpp"}, 1, "The proof image would replace an exported file !\n", "", {"Font.h"}},
         {{}, {"--height", "256", "--chars", "65", "--proof", "@p.png", "--proof-text", std::string(40, '\n'), "FONT", "@Font.cpp"},
          1, "The proof image would be 25776 x 11992 pixels, too large (at most 1000000 a side and 268435456 in all) !\n"},
-        // Usage errors.
-        {{}, {}, 2, "Usage:"},
-        {{}, {"FONT", "@Font.cpp", "extra"}, 2, "Usage:"},
-        {{}, {"--bogus", "FONT", "@Font.cpp"}, 2, "Usage:"},
+        // Usage errors: the message, then where the options are told (see the shape below).
+        {{}, {}, 2, "FONT is required\n"},
+        {{}, {"FONT", "@Font.cpp", "extra"}, 2, "not expected: extra\n"},
+        {{}, {"--bogus", "FONT", "@Font.cpp"}, 2, kNote + "unknown option --bogus\n"},
+        {{}, {"--hieght", "12", "FONT", "@X.cpp"}, 2, kNote + "unknown option --hieght; did you mean --height?\n" + kNote + kRunHelp},
+        {{}, {"--height"}, 2, kNote + "--height needs a value\n"},
         {{}, {"FONT", "@"}, 2, "names a directory"},
         {{}, {"--codepage", "UTF-8", "FONT", "@Font.cpp"}, 2, "codepage \"UTF-8\" is not an 8-bit encoding"},
         {{}, {"--codepage", "no-such", "FONT", "@Font.cpp"}, 2, "unknown codepage \"no-such\""},
@@ -220,6 +225,18 @@ TEST(ExportProgram, Faults)
         {{}, {"--kerning", "Auto", "--stats", "--chars", "65,86,84", kNotoSans, "@Font.cpp"}, 0, "", "kerning pairs                         4\n",
          {"Font.cpp", "Font.h"}},
         {{}, {"--kerning", "legacy", "--chars", "65,86,84", kNotoSans, "@Font.cpp"}, 0, "", "", {"Font.cpp", "Font.h"}},
+        // Texts are read composed (и and a combining breve are CP1251's й), or as typed when only
+        // that fits (CP1258 holds â and the grave apart); a text Latin-1 cannot hold names the
+        // codepages that would; marks and controls are named printably.
+        {{}, {"--codepage", "CP1251", "--chars", "65", "--text", "и\u0306", "--proof", "@p.png", "--proof-text", "и\u0306", "FONT", "@Font.cpp"},
+         0, kNote + "no glyph for 233; " + kShape, "", {"Font.cpp", "Font.h", "p.png"}},
+        {{}, {"--codepage", "CP1258", "--chars", "65", "--text", "â\u0300", "FONT", "@Font.cpp"}, 0, kNote + "no glyph for 204, 226; " + kShape,
+         "", {"Font.cpp", "Font.h"}},
+        {{}, {"--text", "Привет", "@none.ttf", "@Font.cpp"}, 1,
+         "Character \"П\" (U+041F) is not in ISO-8859-1 !\n" + kNote + "give --codepage CP1251, ISO-8859-5, KOI8-R, KOI8-U or CP866\n"},
+        {{}, {"--text", "q\u0306", "@none.ttf", "@Font.cpp"}, 1,
+         "Character \"\u25CC\u0306\" (U+0306) is not in ISO-8859-1 !\n" + kNote + "no common 8-bit codepage holds every character of the text\n"},
+        {{}, {"--codepage", "CP1251", "--text", "a\u0085", "@none.ttf", "@Font.cpp"}, 1, "Character U+0085 is not in CP1251 !\n"},
         // Successes: the files named as the save dialog would; help and version on standard output.
         {{"sub/"}, {"--chars", "65", "FONT", "@sub/My Font-2.cpp"}, 0, "", "", {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", "FONT", "@Font.CPP"}, 0, "", "", {"Font.cpp", "Font.h"}},
@@ -233,7 +250,7 @@ TEST(ExportProgram, Faults)
         {{}, {"--height", "8", "--chars", "65,176,191", kKoi8rFont, "@Font.cpp"}, 0,
          kNote + "no glyph for 191 (the font is encoded in KOI8-R); " + kShape, "", {"Font.cpp", "Font.h"}},
         {{}, {"--stats", "--chars", "65,86", "FONT", "@Font.cpp"}, 0, "", kStatsTable, {"Font.cpp", "Font.h"}},
-        {{}, {"--help"}, 0, "", "--codepage NAME"},
+        {{}, {"--help"}, 0, "", "\n  --face N  "}, // its value's name alone, without type, range or default
         {{}, {"--version"}, 0, "", "Veltrane Bitmap Font Generator v1.00\n"},
     };
     const std::string font = ReadFile(kTestFont);
@@ -272,6 +289,13 @@ TEST(ExportProgram, Faults)
             err.replace(at, 1, dir.Path().string() + "/");
         if (row.status == 2) {
             EXPECT_NE(run.err.find(err), std::string::npos) << run.err;
+            // A few lines, each prefixed, the last pointing to --help.
+            std::istringstream lines(run.err);
+            int count = 0;
+            for (std::string line; std::getline(lines, line); ++count)
+                EXPECT_TRUE(line.starts_with(kNote)) << run.err;
+            EXPECT_LE(count, 3);
+            EXPECT_TRUE(run.err.ends_with(kNote + kRunHelp)) << run.err;
         } else {
             EXPECT_EQ(run.err, err);
         }
