@@ -65,7 +65,7 @@ if(NOT GUI)
   return()
 endif()
 install_component(desktop)
-if(NOT EXISTS "${PREFIX}/share/man/man1/veltrane-fontgen.1")
+if(NOT EXISTS "${PREFIX}/share/man/man1/veltrane-fontgen.1.gz")
   message(FATAL_ERROR "no manual page of the desktop program in ${PREFIX}/share/man/man1")
 endif()
 
