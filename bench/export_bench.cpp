@@ -75,14 +75,12 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
     };
     // The same export keeping what it writes, then its proof image with the default text.
     WrittenFont written;
-    ExportOptions withProof;
-    withProof.listeners = {&written};
     ProofLines lines;
-    ReadProofText(std::nullopt, codes, withProof, lines);
+    ReadProofText(std::nullopt, ListExportCharacters(codes, nullptr), lines);
     auto proofOnce = [&] {
         std::string name = "bench_font";
         FILE* png = std::fopen((dir / "proof.png").c_str(), "wb");
-        if (!ExportFont(&font, name, dir.string() + "/", height, &codes, withProof) || png == nullptr ||
+        if (!ExportFont(&font, name, dir.string() + "/", height, &codes, {}, {&written}) || png == nullptr ||
             WriteProofImage(png, written, lines, height) || std::fclose(png) != 0)
             Fail("export with proof failed");
     };

@@ -46,10 +46,10 @@ void LoadFont(FTFont& font, const ExportRequest& request, ExportReport& report)
 
 // Fails an export that would hold no real glyph; warns of codes without one and, unless
 // --kerning chose, of kerning that only the GPOS table holds. The face must be sized.
-std::optional<std::string> CheckGlyphs(FTFont& font, const CharCodeList& codes, const ExportRequest& request,
+std::optional<std::string> CheckGlyphs(FTFont& font, const ExportCharacters& characters, const ExportRequest& request,
                                        const ExportOptions& options, ExportReport& report)
 {
-    const MissingGlyphs missing = FindMissingGlyphs(font, codes, options);
+    const MissingGlyphs missing = FindMissingGlyphs(font, characters, options.codepage);
     if (missing.all) {
         report.context.push_back(Quoted(request.fontPath) + " has no glyph for any of " + missing.ranges + missing.encodingNote);
         return kNoGlyphMessage;
@@ -57,7 +57,7 @@ std::optional<std::string> CheckGlyphs(FTFont& font, const CharCodeList& codes, 
     if (auto warning = MissingGlyphWarning(missing))
         report.warnings.push_back(*warning);
     if (request.kerning == KerningMode::Legacy && !request.kerningGiven) {
-        if (auto warning = GposOnlyKerningWarning(font, codes, options))
+        if (auto warning = GposOnlyKerningWarning(font, characters, options))
             report.warnings.push_back(*warning);
     }
     return std::nullopt;
@@ -98,15 +98,16 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     // Beyond the desktop's output, tables compile whatever the signedness of char.
     if (request.GoesBeyondDesktop())
         options.prevCharStyle = PrevCharStyle::CharLiteral;
+    const ExportCharacters characters = ListExportCharacters(codes, options.codepage);
     CharacterInProgress inProgress;
     ExportStats stats;
-    options.listeners = {&inProgress, &stats};
+    ExportListeners listeners = {&inProgress, &stats};
     ProofLines proofLines;
     WrittenFont written; // kept only for a proof
     if (request.proofPath) {
-        if (auto message = ReadProofText(request.proofText, codes, options, proofLines))
+        if (auto message = ReadProofText(request.proofText, characters, proofLines))
             return message;
-        options.listeners.push_back(&written);
+        listeners.push_back(&written);
     }
     try {
         FTFont font;
@@ -118,7 +119,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
                 report.context.push_back(*note);
             throw;
         }
-        if (auto message = CheckGlyphs(font, codes, request, options, report))
+        if (auto message = CheckGlyphs(font, characters, request, options, report))
             return message;
         FontPairSizes sizes;
         std::optional<CompanionFile> proof;
@@ -127,7 +128,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
                                       return WriteProofImage(file, written, proofLines, height);
                                   }};
         std::string why;
-        if (auto message = WriteFontPair(font, path, output.baseName, codes, options, sizes, why,
+        if (auto message = WriteFontPair(font, path, output.baseName, characters, options, listeners, sizes, why,
                                          proof ? &*proof : nullptr)) {
             if (!why.empty())
                 report.context.push_back(why);

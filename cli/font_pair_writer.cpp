@@ -24,8 +24,9 @@ std::string CannotWrite(const SafeOutput& file, int error)
 } // namespace
 
 std::optional<std::string> WriteFontPair(FTFont& font, const std::string& path, const std::string& baseName,
-                                         const CharCodeList& codes, const ExportOptions& options, FontPairSizes& sizes,
-                                         std::string& why, const CompanionFile* companion)
+                                         const ExportCharacters& characters, const ExportOptions& options,
+                                         const ExportListeners& listeners, FontPairSizes& sizes, std::string& why,
+                                         const CompanionFile* companion)
 {
     const auto fail = [&why](std::string problem, const std::string& message) {
         why = std::move(problem);
@@ -45,7 +46,7 @@ std::optional<std::string> WriteFontPair(FTFont& font, const std::string& path, 
         // Declared after `source`, so that on the exception path of a failed render the
         // writer lets go of the stream before the SafeOutput closes and removes it.
         OutputWriter out(source.Stream());
-        WriteFontSource(out, font, baseName, codes, options);
+        WriteFontSource(out, font, baseName, characters, options, listeners);
         if (!out.Close())
             return fail(CannotWrite(source, out.Error()), kWriteFailedMessage);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "charset/char_code_list.h"
+#include "charset/export_characters.h"
+#include "export/export_listener.h"
 #include "export/export_options.h"
 #include "raster/ft_font.h"
 
@@ -35,5 +36,6 @@ struct CompanionFile {
 // system's reason ("cannot write \"out/Font.h\": No space left on device"); throws
 // FTException when a glyph cannot be rendered.
 std::optional<std::string> WriteFontPair(FTFont& font, const std::string& path, const std::string& baseName,
-                                         const CharCodeList& codes, const ExportOptions& options, FontPairSizes& sizes,
-                                         std::string& why, const CompanionFile* companion = nullptr);
+                                         const ExportCharacters& characters, const ExportOptions& options,
+                                         const ExportListeners& listeners, FontPairSizes& sizes, std::string& why,
+                                         const CompanionFile* companion = nullptr);

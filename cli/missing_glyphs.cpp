@@ -1,7 +1,6 @@
 #include "cli/missing_glyphs.h"
 
 #include "charset/codepage.h"
-#include "export/font_source.h"
 
 #include <algorithm>
 #include <array>
@@ -9,21 +8,21 @@
 namespace {
 
 // The font's own encoding, when it may lack characters of the codes' codepage.
-std::string FontEncodingNote(const FTFont& font, const ExportOptions& options)
+std::string FontEncodingNote(const FTFont& font, const Codepage* codepage)
 {
     const Codepage* own = font.OwnEncoding();
-    if (own == nullptr || own->SameCharacters(options.codepage ? *options.codepage : Codepage::Latin1()))
+    if (own == nullptr || own->SameCharacters(codepage ? *codepage : Codepage::Latin1()))
         return "";
     return " (the font is encoded in " + own->Name() + ")";
 }
 
 } // namespace
 
-MissingGlyphs FindMissingGlyphs(const FTFont& font, const CharCodeList& codes, const ExportOptions& options)
+MissingGlyphs FindMissingGlyphs(const FTFont& font, const ExportCharacters& characters, const Codepage* codepage)
 {
     std::array<bool, 256> missing{};
-    for (uint32_t code : codes)
-        missing[code] = font.GlyphIndex(CharacterFor(code, options)) == 0;
+    for (const auto& [code, character] : characters)
+        missing[code] = font.GlyphIndex(character) == 0;
 
     std::string ranges;
     for (unsigned first = 0; first < missing.size(); ++first) {
@@ -41,8 +40,9 @@ MissingGlyphs FindMissingGlyphs(const FTFont& font, const CharCodeList& codes, c
         }
         first = last;
     }
-    const bool all = std::all_of(codes.begin(), codes.end(), [&](uint32_t code) { return missing[code]; });
-    return {ranges, all, FontEncodingNote(font, options)};
+    const bool all =
+        std::all_of(characters.begin(), characters.end(), [&](const ExportCharacter& listed) { return missing[listed.code]; });
+    return {ranges, all, FontEncodingNote(font, codepage)};
 }
 
 std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing)

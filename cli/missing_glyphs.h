@@ -1,13 +1,12 @@
 #pragma once
 
-#include "charset/char_code_list.h"
-#include "export/export_options.h"
+#include "charset/export_characters.h"
 #include "raster/ft_font.h"
 
 #include <optional>
 #include <string>
 
-// The listed codes whose character (CharacterFor) the font has no glyph for.
+// The listed codes whose character the font has no glyph for.
 struct MissingGlyphs {
     std::string ranges; // ascending: "0-31, 127-159"; empty when every code has a glyph
     bool all = false;   // no listed code has one: the export would hold nothing real
@@ -16,8 +15,8 @@ struct MissingGlyphs {
     std::string encodingNote;
 };
 
-// Every code must be below 256.
-MissingGlyphs FindMissingGlyphs(const FTFont& font, const CharCodeList& codes, const ExportOptions& options);
+// `codepage`: the one the codes are bytes of; null for none.
+MissingGlyphs FindMissingGlyphs(const FTFont& font, const ExportCharacters& characters, const Codepage* codepage);
 
 // The warning for codes without a glyph: "no glyph for 0-31, 127-159; ...". Nothing when
 // every code has one.

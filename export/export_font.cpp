@@ -7,7 +7,7 @@
 #include "export/output_writer.h"
 
 bool ExportFont(FTFont* font, std::string& baseName, const std::string& directory, unsigned int height,
-                CharCodeList* codes, const ExportOptions& options)
+                CharCodeList* codes, const ExportOptions& options, const ExportListeners& listeners)
 {
     if (FindUnexportableCode(*codes))
         return false;
@@ -22,7 +22,7 @@ bool ExportFont(FTFont* font, std::string& baseName, const std::string& director
     OutputWriter out(sourcePath);
     if (!out.IsOpen())
         return false;
-    WriteFontSource(out, *font, baseName, *codes, options);
+    WriteFontSource(out, *font, baseName, ListExportCharacters(*codes, options.codepage), options, listeners);
 
     // A source that did not reach the disk complete gets no header.
     if (!out.Flush())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "charset/char_code_list.h"
+#include "export/export_listener.h"
 #include "export/export_options.h"
 #include "raster/ft_font.h"
 
@@ -18,4 +19,4 @@
 // glyph cannot be rendered; the source then holds the sections of the characters
 // before it, closed, and no header is written.
 bool ExportFont(FTFont* font, std::string& baseName, const std::string& directory, unsigned int height,
-                CharCodeList* codes, const ExportOptions& options = {});
+                CharCodeList* codes, const ExportOptions& options = {}, const ExportListeners& listeners = {});

@@ -30,3 +30,6 @@ public:
     // The values of the four font records, after the last character.
     virtual void FontRecordsWritten(const FontRecordMetrics& metrics) { (void)metrics; }
 };
+
+// Told, in this order, about every character as it is written.
+using ExportListeners = std::vector<ExportListener*>;

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <vector>
-
 class Codepage;
-class ExportListener;
 
 // Where the kerning tables come from.
 enum class KerningMode
@@ -29,6 +26,4 @@ struct ExportOptions
     // The 8-bit codepage the listed codes are bytes of; null: every code is its own
     // Unicode character. Every listed code must have a character in it.
     const Codepage* codepage = nullptr;
-    // Told, in this order, about every character as it is written.
-    std::vector<ExportListener*> listeners;
 };

@@ -8,25 +8,6 @@
 #include "export/kerning_tables.h"
 #include "export/pixel_arrays.h"
 
-namespace {
-
-// The codes in list order with repeats left out (first place kept): each character is
-// written once, as the generated identifiers must be unique.
-CharCodeList WithoutRepeats(const CharCodeList& codes)
-{
-    CharCodeList unique;
-    CharTable seen{};
-    for (uint32_t code : codes) {
-        if (!seen[code]) {
-            seen[code] = true;
-            unique.push_back(code);
-        }
-    }
-    return unique;
-}
-
-} // namespace
-
 char32_t CharacterFor(uint32_t code, const ExportOptions& options)
 {
     if (options.codepage == nullptr)
@@ -34,19 +15,17 @@ char32_t CharacterFor(uint32_t code, const ExportOptions& options)
     return options.codepage->CharacterOf(static_cast<uint8_t>(code)).value_or(0);
 }
 
-void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const CharCodeList& codes,
-                     const ExportOptions& options)
+void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const ExportCharacters& characters,
+                     const ExportOptions& options, const ExportListeners& listeners)
 {
     out.Write("#include <");
     out.Write(baseName);
     out.Write(".h>\n\n");
 
-    const CharCodeList unique = WithoutRepeats(codes);
-    const std::unique_ptr<KerningSource> kerning = MakeKerningSource(font, unique, options);
+    const std::unique_ptr<KerningSource> kerning = MakeKerningSource(font, characters, options);
     CharTable table{};
-    for (uint32_t code : unique) {
-        const char32_t character = CharacterFor(code, options);
-        for (ExportListener* listener : options.listeners)
+    for (const auto& [code, character] : characters) {
+        for (ExportListener* listener : listeners)
             listener->CharacterStarted(code, character);
         FTGlyph glyph;
         font.RenderGlyph(character, glyph);
@@ -61,12 +40,12 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
             WritePixelArrays(out, code, *glyph.bitmap);
         WriteCharRecords(out, code, glyph, !pairs.empty());
         const WrittenCharacter written{code, character, glyph, pairs};
-        for (ExportListener* listener : options.listeners)
+        for (ExportListener* listener : listeners)
             listener->CharacterWritten(written);
     }
 
     const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(font.Face()));
     WriteFontRecords(out, baseName, metrics, table);
-    for (ExportListener* listener : options.listeners)
+    for (ExportListener* listener : listeners)
         listener->FontRecordsWritten(metrics);
 }

@@ -4,18 +4,10 @@
 
 namespace {
 
-template <typename Kerning>
-std::vector<KerningPair> Collect(const CharCodeList& codes, Kerning kerningBefore)
+// Kerning beyond the 8-bit delta's range is clamped.
+int8_t Clamped(FT_Pos kerning)
 {
-    std::vector<KerningPair> pairs;
-    for (uint32_t prevCode : codes) {
-        const FT_Pos kerning = kerningBefore(prevCode);
-        if (kerning == 0)
-            continue;
-        const FT_Pos clamped = std::clamp<FT_Pos>(kerning, INT8_MIN, INT8_MAX);
-        pairs.push_back(KerningPair{static_cast<char>(prevCode), static_cast<int8_t>(clamped)});
-    }
-    return pairs;
+    return static_cast<int8_t>(std::clamp<FT_Pos>(kerning, INT8_MIN, INT8_MAX));
 }
 
 } // namespace
@@ -24,20 +16,25 @@ std::vector<KerningPair> CollectKerningPairs(FTFont* font, const CharCodeList* c
 {
     // Both sides are cut to char as the generated table stores them.
     const char right = static_cast<char>(code);
-    return Collect(*codes, [&](uint32_t prevCode) {
+    std::vector<KerningPair> pairs;
+    for (uint32_t prevCode : *codes) {
         FT_Vector kerning;
         font->GetKerning(static_cast<char>(prevCode), right, kerning);
-        return kerning.x;
-    });
+        if (kerning.x != 0)
+            pairs.push_back(KerningPair{static_cast<char>(prevCode), Clamped(kerning.x)});
+    }
+    return pairs;
 }
 
-std::vector<KerningPair> CollectKerningPairs(FTFont& font, const CharCodeList& codes, unsigned int code,
-                                             const Codepage& codepage)
+std::vector<KerningPair> CollectKerningPairs(FTFont& font, const ExportCharacters& characters,
+                                             const ExportCharacter& current)
 {
-    const char32_t right = codepage.CharacterOf(static_cast<uint8_t>(code)).value_or(0);
-    return Collect(codes, [&](uint32_t prevCode) {
+    std::vector<KerningPair> pairs;
+    for (const auto& [prevCode, prevCharacter] : characters) {
         FT_Vector kerning;
-        font.GetCharKerning(codepage.CharacterOf(static_cast<uint8_t>(prevCode)).value_or(0), right, kerning);
-        return kerning.x;
-    });
+        font.GetCharKerning(prevCharacter, current.character, kerning);
+        if (kerning.x != 0)
+            pairs.push_back(KerningPair{static_cast<char>(prevCode), Clamped(kerning.x)});
+    }
+    return pairs;
 }

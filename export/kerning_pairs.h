@@ -1,7 +1,7 @@
 #pragma once
 
 #include "charset/char_code_list.h"
-#include "charset/codepage.h"
+#include "charset/export_characters.h"
 #include "export/kerning_pair.h"
 #include "raster/ft_font.h"
 
@@ -14,7 +14,7 @@
 // Kerning beyond the 8-bit delta's range is clamped to -128..127.
 std::vector<KerningPair> CollectKerningPairs(FTFont* font, const CharCodeList* codes, unsigned int code);
 
-// The same for codes that are bytes of `codepage`: each pair is looked up between the
-// characters the two bytes stand for.
-std::vector<KerningPair> CollectKerningPairs(FTFont& font, const CharCodeList& codes, unsigned int code,
-                                             const Codepage& codepage);
+// The same for `current` after every one of `characters`, looked up between the characters
+// the codes stand for.
+std::vector<KerningPair> CollectKerningPairs(FTFont& font, const ExportCharacters& characters,
+                                             const ExportCharacter& current);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "charset/char_code_list.h"
+#include "charset/export_characters.h"
 #include "export/export_options.h"
 #include "export/kerning_pair.h"
 #include "raster/ft_font.h"
@@ -18,11 +18,11 @@ public:
     virtual std::vector<KerningPair> PairsOf(uint32_t code) = 0;
 };
 
-// `codes` is the list as exported (each code once); both it and `font` must outlive the
-// source, and the face must be set to the export size. A GPOS source (KerningMode::Gpos,
+// Both `characters` and `font` must outlive the source, and the face must be set to the
+// export size. A GPOS source (KerningMode::Gpos,
 // or Auto for a face whose GPOS table has a 'kern' feature) works out every pair here;
 // KerningMode::None gives no pairs at all.
-std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const CharCodeList& codes,
+std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportCharacters& characters,
                                                  const ExportOptions& options);
 
 // Whether the face's GPOS table has a 'kern' feature, which KerningMode::Auto follows.

@@ -1,7 +1,6 @@
 #include "proof/proof_text.h"
 
 #include "charset/codepage.h"
-#include "export/font_source.h"
 
 #include <map>
 
@@ -31,19 +30,15 @@ std::optional<char32_t> LinesOf(const std::u32string& characters, const std::map
 
 } // namespace
 
-std::optional<std::string> ReadProofText(const std::optional<std::string>& text, const CharCodeList& codes,
-                                         const ExportOptions& options, ProofLines& lines)
+std::optional<std::string> ReadProofText(const std::optional<std::string>& text, const ExportCharacters& characters,
+                                         ProofLines& lines)
 {
     if (!text) {
         ProofLines byList;
-        std::vector<bool> seen(256);
-        for (uint32_t code : codes) {
-            if (code >= seen.size() || seen[code])
-                continue;
-            seen[code] = true;
+        for (const ExportCharacter& listed : characters) {
             if (byList.empty() || byList.back().size() == kProofCharactersPerLine)
                 byList.emplace_back();
-            byList.back().push_back(code);
+            byList.back().push_back(listed.code);
         }
         lines = std::move(byList);
         return std::nullopt;
@@ -53,8 +48,8 @@ std::optional<std::string> ReadProofText(const std::optional<std::string>& text,
     if (readings.empty())
         return "The proof text is not valid UTF-8 !";
     std::map<char32_t, uint32_t> codeOf;
-    for (uint32_t code : codes)
-        codeOf.emplace(CharacterFor(code, options), code);
+    for (const auto& [code, character] : characters)
+        codeOf.emplace(character, code);
     std::optional<char32_t> missing;
     for (const std::u32string& reading : readings) {
         const std::optional<char32_t> lacked = LinesOf(reading, codeOf, lines);

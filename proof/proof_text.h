@@ -1,7 +1,6 @@
 #pragma once
 
-#include "charset/char_code_list.h"
-#include "export/export_options.h"
+#include "charset/export_characters.h"
 
 #include <optional>
 #include <string>
@@ -13,10 +12,11 @@ using ProofLines = std::vector<std::vector<uint32_t>>;
 // Default proof text: this many characters to a line.
 inline constexpr size_t kProofCharactersPerLine = 16;
 
-// The proof text for an export of `codes` (with the options' codepage, if any). From `text`
-// (UTF-8, a line feed starts a new line; composed to Unicode NFC, or as typed when only
-// that fits) each character becomes the first listed code that stands for it; without a text, every listed code once, in list order, 16 to a line.
+// The proof text for an export of `characters`. From `text` (UTF-8, a line feed starts a
+// new line; composed to Unicode NFC, or as typed when only that fits) each character
+// becomes the first listed code that stands for it; without a text, every listed code, in
+// list order, 16 to a line.
 // Returns the message for invalid UTF-8 or the first character the export does not hold,
 // leaving `lines` alone; nothing otherwise.
-std::optional<std::string> ReadProofText(const std::optional<std::string>& text, const CharCodeList& codes,
-                                         const ExportOptions& options, ProofLines& lines);
+std::optional<std::string> ReadProofText(const std::optional<std::string>& text, const ExportCharacters& characters,
+                                         ProofLines& lines);

@@ -61,16 +61,17 @@ TEST(GposKerning, EveryPairAsShapedAlone)
         FTFont ft;
         ft.LoadFace(path.c_str());
         ft.SetPixelSize(height);
-        const auto source = MakeKerningSource(ft, codes, options);
+        const ExportCharacters characters = ListExportCharacters(codes, codepage);
+        const auto source = MakeKerningSource(ft, characters, options);
         hb_blob_t* blob = hb_blob_create_from_file(path.c_str());
         hb_face_t* face = hb_face_create(blob, 0);
         hb_font_t* font = hb_font_create(face); // HarfBuzz's own font functions
         hb_font_set_scale(font, height * 64, height * 64);
         hb_font_set_ppem(font, height, height);
-        for (uint32_t code : codes) {
+        for (const auto& [code, character] : characters) {
             std::vector<KerningPair> expected;
-            for (uint32_t prev : codes)
-                if (const int value = PairValue(font, CharacterFor(prev, options), CharacterFor(code, options)))
+            for (const auto& [prev, prevCharacter] : characters)
+                if (const int value = PairValue(font, prevCharacter, character))
                     expected.push_back({static_cast<char>(prev), static_cast<int8_t>(value)});
             ASSERT_EQ(source->PairsOf(code), expected) << path << " at " << height << " px, after code " << code;
         }

@@ -41,13 +41,12 @@ TEST(ProofPanels, EachIsPanelZeroTurned)
         font.SetPixelSize(row.height);
         CharCodeList codes(95);
         std::iota(codes.begin(), codes.end(), 32);
+        const ExportCharacters characters = ListExportCharacters(codes, nullptr);
         WrittenFont written;
-        ExportOptions options;
-        options.listeners = {&written};
         OutputWriter discarded(std::string("/dev/null"));
-        WriteFontSource(discarded, font, "proof", codes, options);
+        WriteFontSource(discarded, font, "proof", characters, {}, {&written});
         ProofLines lines;
-        ASSERT_EQ(ReadProofText(row.text, codes, options, lines), std::nullopt);
+        ASSERT_EQ(ReadProofText(row.text, characters, lines), std::nullopt);
         const ProofLayout layout = LayOutProof(written, lines, row.height);
         const GreyImage zero = DrawProofPanel(written, lines, layout, 0);
         for (unsigned rotation : {90u, 180u, 270u})

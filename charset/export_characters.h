@@ -1,0 +1,22 @@
+#pragma once
+
+#include "charset/char_code_list.h"
+#include "charset/codepage.h"
+
+#include <cstdint>
+#include <vector>
+
+// A listed code and the Unicode character an export renders for it.
+struct ExportCharacter
+{
+    uint32_t code;      // the byte firmware strings hold; names the generated identifiers
+    char32_t character; // the code itself, or the character its byte stands for in the codepage
+};
+
+// What an export holds: each listed code once, at its first place in the list, with its
+// character. The writers, the kerning, the proof text and the warnings all read this list.
+using ExportCharacters = std::vector<ExportCharacter>;
+
+// Every code must be below 256 and, with a codepage, stand for a character in it; null
+// `codepage`: every code is its own character.
+ExportCharacters ListExportCharacters(const CharCodeList& codes, const Codepage* codepage);
