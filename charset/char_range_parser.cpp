@@ -1,44 +1,20 @@
 #include "charset/char_range_parser.h"
 
+#include "charset/number_text.h"
+
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
+#include <string_view>
 
 namespace {
 
-// The six characters trimmed around every number.
-bool IsTrimmedSpace(char c)
+// A trimmed number's low 32 bits, which are all a code keeps.
+bool ReadCode(std::string_view trimmed, uint32_t& code)
 {
-    return c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v' || c == ' ';
-}
-
-// A run of the text, not owning it: the text may be a megabyte, so pieces are never copied out as a whole list.
-struct Span {
-    const char* begin;
-    const char* end;
-    bool empty() const { return begin == end; }
-};
-
-Span Trim(Span s)
-{
-    while (s.end != s.begin && IsTrimmedSpace(s.end[-1]))
-        --s.end;
-    while (s.begin != s.end && IsTrimmedSpace(*s.begin))
-        ++s.begin;
-    return s;
-}
-
-// Reads a trimmed piece the way strtoul in base 0 does, saturating at the largest 64-bit value.
-// `buffer` is reused between pieces because strtoull needs a terminating zero.
-bool ReadCode(Span s, std::string& buffer, uint32_t& code)
-{
-    buffer.assign(s.begin, s.end);
-    char* stop = nullptr;
-    const unsigned long long value = std::strtoull(buffer.c_str(), &stop, 0);
-    if (*stop != '\0')
-        return false;
-    code = static_cast<uint32_t>(value);
-    return true;
+    const std::optional<uint64_t> value = ReadNumber(trimmed);
+    if (value)
+        code = static_cast<uint32_t>(*value);
+    return value.has_value();
 }
 
 bool AppendRange(uint32_t first, uint32_t last, CharCodeList& codes)
@@ -58,30 +34,30 @@ bool AppendRange(uint32_t first, uint32_t last, CharCodeList& codes)
 
 // One comma-separated piece: a number, or two numbers joined by a single "-". False when
 // the piece asks for something but could not be read; a blank piece asks for nothing.
-bool AppendPiece(Span piece, std::string& buffer, CharCodeList& codes)
+bool AppendPiece(std::string_view piece, CharCodeList& codes)
 {
-    const char* dash = std::find(piece.begin, piece.end, '-');
-    if (dash == piece.end) {
-        const Span number = Trim(piece);
+    const size_t dash = piece.find('-');
+    if (dash == piece.npos) {
+        const std::string_view number = TrimSpace(piece);
         uint32_t code = 0;
         if (number.empty())
             return true;
-        if (!ReadCode(number, buffer, code))
+        if (!ReadCode(number, code))
             return false;
         if (codes.size() < kMaxCharCodes)
             codes.push_back(code);
         return true;
     }
-    if (std::find(dash + 1, piece.end, '-') != piece.end)
+    if (piece.find('-', dash + 1) != piece.npos)
         return false;
-    const Span low = Trim({piece.begin, dash});
-    const Span high = Trim({dash + 1, piece.end});
+    const std::string_view low = TrimSpace(piece.substr(0, dash));
+    const std::string_view high = TrimSpace(piece.substr(dash + 1));
     if (low.empty() || high.empty())
         return false;
     uint32_t first = 0;
     uint32_t last = 0;
-    const bool firstRead = ReadCode(low, buffer, first);
-    const bool lastRead = ReadCode(high, buffer, last);
+    const bool firstRead = ReadCode(low, first);
+    const bool lastRead = ReadCode(high, last);
     return firstRead && lastRead && AppendRange(first, last, codes);
 }
 
@@ -89,20 +65,17 @@ bool AppendPiece(Span piece, std::string& buffer, CharCodeList& codes)
 
 CharCodeList ParseCharCodeText(const std::string& text, std::vector<std::string>* unreadPieces)
 {
+    // Pieces are views into the text, which may be a megabyte: never copied out as a list.
     CharCodeList codes;
-    std::string buffer;
-    const char* pos = text.data();
-    const char* const end = pos + text.size();
-    while (pos != end && codes.size() < kMaxCharCodes) {
-        const char* comma = std::find(pos, end, ',');
-        const Span piece{pos, comma};
-        if (!AppendPiece(piece, buffer, codes) && unreadPieces != nullptr) {
-            const Span trimmed = Trim(piece);
-            unreadPieces->emplace_back(trimmed.begin, trimmed.end);
-        }
-        if (comma == end)
+    std::string_view rest = text;
+    while (!rest.empty() && codes.size() < kMaxCharCodes) {
+        const size_t comma = rest.find(',');
+        const std::string_view piece = rest.substr(0, comma);
+        if (!AppendPiece(piece, codes) && unreadPieces != nullptr)
+            unreadPieces->emplace_back(TrimSpace(piece));
+        if (comma == rest.npos)
             break;
-        pos = comma + 1;
+        rest.remove_prefix(comma + 1);
     }
     return codes;
 }

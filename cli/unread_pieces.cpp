@@ -1,6 +1,7 @@
 #include "cli/unread_pieces.h"
 
 #include "charset/char_range_parser.h"
+#include "charset/number_text.h"
 #include "cli/export_report.h"
 
 #include <optional>
@@ -16,11 +17,6 @@ std::optional<uint32_t> ReadNumber(const std::string& text)
     if (codes.size() != 1 || !unread.empty())
         return std::nullopt;
     return codes.front();
-}
-
-bool IsBlank(const std::string& text)
-{
-    return text.find_first_not_of("\t\n\r\f\v ") == text.npos;
 }
 
 // The piece as the message shows it: a long one cut short (at a UTF-8 character's start),
@@ -47,8 +43,8 @@ std::string WhyPieceUnread(const std::string& piece)
     if (piece.find('-', dash + 1) != piece.npos)
         return quoted + "has more than one \"-\"";
     const std::string low = piece.substr(0, dash), high = piece.substr(dash + 1);
-    if (IsBlank(low) || IsBlank(high))
-        return quoted + "is a range without its " + (IsBlank(low) ? "first" : "last") + " code";
+    if (TrimSpace(low).empty() || TrimSpace(high).empty())
+        return quoted + "is a range without its " + (TrimSpace(low).empty() ? "first" : "last") + " code";
     const std::optional<uint32_t> first = ReadNumber(low), last = ReadNumber(high);
     if (!first || !last)
         return quoted + "is not a range of two numbers";

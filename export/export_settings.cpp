@@ -1,22 +1,13 @@
 #include "export/export_settings.h"
 
+#include "charset/number_text.h"
+
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 namespace {
 
-constexpr const char* kTrimmedSpace = "\t\n\r\f\v ";
 constexpr std::string_view kSourceSuffix = ".cpp";
-
-std::string Trim(const std::string& text)
-{
-    const std::size_t last = text.find_last_not_of(kTrimmedSpace);
-    if (last == std::string::npos)
-        return {};
-    const std::size_t first = text.find_first_not_of(kTrimmedSpace);
-    return text.substr(first, last - first + 1);
-}
 
 // Letter case is ignored for ASCII only, whatever the locale: the suffix is plain ASCII.
 bool EndsWithSourceSuffix(const std::string& name)
@@ -38,13 +29,10 @@ bool EndsWithSourceSuffix(const std::string& name)
 
 std::optional<std::string> ParseFontHeight(const std::string& text, unsigned& height)
 {
-    const std::string trimmed = Trim(text);
-    char* stop = nullptr;
-    // strtoull keeps the 64-bit reading (saturation, "-" negating) on every platform.
-    const unsigned long long value = std::strtoull(trimmed.c_str(), &stop, 0);
-    if (*stop != '\0')
+    const std::optional<uint64_t> value = ReadNumber(TrimSpace(text));
+    if (!value)
         return kInvalidFontSizeMessage;
-    const uint32_t candidate = static_cast<uint32_t>(value);
+    const uint32_t candidate = static_cast<uint32_t>(*value);
     if (static_cast<uint32_t>(candidate - 6) > 250)
         return kFontSizeRangeMessage;
     height = candidate;
