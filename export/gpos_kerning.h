@@ -17,8 +17,7 @@
 // its byte stands for.
 //
 // All pairs are worked out once, in the constructor, on as many threads as the machine
-// has cores (the export asks for them per character and rotation); pairs the 'kern'
-// feature cannot reach are left at 0 unshaped (see CharactersKerningMayReach).
+// has cores: the export asks for them per character and rotation.
 class GposKerning : public KerningSource
 {
 public:

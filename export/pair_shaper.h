@@ -1,8 +1,11 @@
 #pragma once
 
+#include "export/harfbuzz_face.h"
+
 #include <hb.h>
 
 #include <array>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -12,7 +15,6 @@ enum class Kerning { Off, On }; // the font's 'kern' feature
 struct ShapedText
 {
     unsigned glyphCount = 0;
-    std::array<hb_codepoint_t, 2> glyphs{};
     // Where the second glyph is drawn from where the first is (26.6): the first glyph's
     // advance plus the second's x offset minus the first's.
     hb_position_t distance = 0;
@@ -26,7 +28,25 @@ struct ShapedText
 class PairShaper
 {
 public:
-    // The two shaping plans of one script.
+    // Ready to shape pairs of `characters`: plans for every script a pair of them gets.
+    PairShaper(const HarfBuzzFace& face, unsigned ppem, std::span<const hb_codepoint_t> characters);
+    ~PairShaper();
+    PairShaper(const PairShaper&) = delete;
+    PairShaper& operator=(const PairShaper&) = delete;
+
+    // Every script a pair of the characters gets.
+    std::vector<hb_script_t> Scripts() const;
+    // A pair alone, in the script it gets (PairScript).
+    ShapedText Shape(hb_buffer_t* buffer, hb_codepoint_t first, hb_codepoint_t second, Kerning kerning) const;
+    // Every two neighbours in `text`, all pairs getting `script`: pair i is text[i] and
+    // text[i + 1], as HarfBuzz vouches it shapes alone, or nullopt where it does not
+    // (docs/gpos-kerning-texts.md).
+    std::vector<std::optional<ShapedText>> ShapeNeighbours(hb_buffer_t* buffer, std::span<const hb_codepoint_t> text,
+                                                           hb_script_t script, Kerning kerning) const;
+    // The character's glyph in the font's character map; 0 when it has none.
+    hb_codepoint_t NominalGlyph(hb_codepoint_t character) const;
+
+private:
     struct Plans
     {
         hb_script_t script;
@@ -34,24 +54,14 @@ public:
         hb_shape_plan_t* kerningOn;
     };
 
-    // Ready to shape one or two of `characters`: plans for every script a pair of them gets.
-    PairShaper(hb_face_t* face, unsigned ppem, std::span<const hb_codepoint_t> characters);
-    ~PairShaper();
-    PairShaper(const PairShaper&) = delete;
-    PairShaper& operator=(const PairShaper&) = delete;
+    // Shapes `text` into `buffer`; false when HarfBuzz fails.
+    bool ShapeText(hb_buffer_t* buffer, std::span<const hb_codepoint_t> text, hb_script_t script,
+                   Kerning kerning) const;
 
-    // `text` of one or two of the characters, in a script a pair of them gets.
-    ShapedText Shape(hb_buffer_t* buffer, std::span<const hb_codepoint_t> text, hb_script_t script,
-                     Kerning kerning) const;
-    // The character's glyph in the font's character map; 0 when it has none.
-    hb_codepoint_t NominalGlyph(hb_codepoint_t character) const;
-    const std::vector<Plans>& AllPlans() const { return plans; }
-    hb_face_t* Face() const { return face; }
-
-private:
     hb_face_t* face;
     hb_font_t* font;
     std::vector<Plans> plans;
+    bool hasAppleLayout;
 };
 
 // The script of the buffer a pair is shaped in: the first of the two characters' scripts
