@@ -4,14 +4,13 @@
 
 #include <hb.h>
 
-#include <array>
 #include <optional>
 #include <span>
 #include <vector>
 
 enum class Kerning { Off, On }; // the font's 'kern' feature
 
-// The first two glyphs of a shaped text, as far as kerning needs them.
+// A shaped pair as far as kerning needs it.
 struct ShapedText
 {
     unsigned glyphCount = 0;

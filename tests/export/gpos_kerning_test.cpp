@@ -51,7 +51,7 @@ TEST(GposKerning, EveryPairAsShapedAlone)
     const std::tuple<std::string, int, const Codepage*> cases[] = {
         {roboto, 16, nullptr}, {roboto, 40, nullptr}, {noto, 9, nullptr}, {noto, 16, nullptr},
         {dejavu, 11, nullptr}, {dejavu, 16, nullptr}, {noto, 16, &*cp1251},
-        {kTestFont, 16, nullptr}}; // T period: 'dist' moves the period, kerning T
+        {kTestFont, 16, nullptr}}; // T period: 'dist' spaces it, 'kern' moves T
     for (const auto& [path, height, codepage] : cases) {
         const ExportOptions options{KerningMode::Gpos, codepage, {}};
         CharCodeList codes;
