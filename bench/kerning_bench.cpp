@@ -94,21 +94,21 @@ int main(int argc, char** argv)
     const fs::path dir = pattern;
     const std::string exporter = argv[1];
     const std::string size = "16", ascii = "32-126", latin1 = "32-255";
-    auto exporter_run = [&](const char* kerning, const std::string& range, const std::string& output) {
+    auto exportRun = [&](const char* kerning, const std::string& range, const std::string& output) {
         return Run{"veltrane-fontgen-export --kerning " + std::string(kerning) + ", codes " + range,
                    {exporter, "--kerning", kerning, "--height", size, "--chars", range, kRoboto, dir / output},
                    {}};
     };
     std::vector<Run> runs = {
-        exporter_run("gpos", ascii, "Gpos.cpp"),
-        exporter_run("legacy", ascii, "Legacy.cpp"),
+        exportRun("gpos", ascii, "Gpos.cpp"),
+        exportRun("legacy", ascii, "Legacy.cpp"),
         {"lv_font_conv 1.5.3 (--bpp 8 --no-compress --format lvgl), codes " + ascii,
          // lv_font_conv takes a range only after the font it belongs to.
          {argv[2], "--bpp", "8", "--no-compress", "--format", "lvgl", "--size", size, "--font", kRoboto, "--range",
           ascii, "-o", dir / "lv_font.c"},
          {}},
-        exporter_run("gpos", latin1, "GposLatin1.cpp"),
-        exporter_run("legacy", latin1, "LegacyLatin1.cpp"),
+        exportRun("gpos", latin1, "GposLatin1.cpp"),
+        exportRun("legacy", latin1, "LegacyLatin1.cpp"),
     };
     for (Run& run : runs) // warm-up: page cache, dynamic linker, node's compile cache
         Milliseconds(run.command);
