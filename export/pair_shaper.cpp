@@ -14,12 +14,13 @@ constexpr std::array<hb_tag_t, 5> kLigatures = {HB_TAG('l', 'i', 'g', 'a'), HB_T
 
 using Features = std::array<hb_feature_t, kLigatures.size() + 1>;
 
-Features FeaturesWith(bool kern)
+Features FeaturesWith(Kerning kerning)
 {
     Features features;
     for (std::size_t i = 0; i < kLigatures.size(); ++i)
         features[i] = {kLigatures[i], 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END};
-    features.back() = {HB_TAG('k', 'e', 'r', 'n'), kern ? 1u : 0u, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END};
+    features.back() = {HB_TAG('k', 'e', 'r', 'n'), kerning == Kerning::On ? 1u : 0u, HB_FEATURE_GLOBAL_START,
+                       HB_FEATURE_GLOBAL_END};
     return features;
 }
 
@@ -31,108 +32,135 @@ hb_segment_properties_t PropertiesOf(hb_script_t script)
     return properties;
 }
 
-bool HasScript(hb_script_t script)
+// The character's script, or HB_SCRIPT_UNKNOWN for one of no particular script.
+hb_script_t ScriptOf(hb_codepoint_t character)
 {
-    return script != HB_SCRIPT_COMMON && script != HB_SCRIPT_INHERITED && script != HB_SCRIPT_UNKNOWN;
+    const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), character);
+    return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED ? HB_SCRIPT_UNKNOWN : script;
+}
+
+hb_shape_plan_t* PlanFor(hb_face_t* face, hb_script_t script, Kerning kerning)
+{
+    const hb_segment_properties_t properties = PropertiesOf(script);
+    const Features features = FeaturesWith(kerning);
+    return hb_shape_plan_create_cached(face, &properties, features.data(), features.size(), nullptr);
+}
+
+// Scripts of HarfBuzz's default shaper, which looks at no text around the buffer.
+bool ShapesPlainly(hb_script_t script)
+{
+    return script == HB_SCRIPT_LATIN || script == HB_SCRIPT_CYRILLIC || script == HB_SCRIPT_GREEK;
+}
+
+// The shaped text of `count` glyphs from `glyph` on.
+ShapedText Summary(const hb_glyph_position_t* glyph, unsigned count)
+{
+    ShapedText shaped{count, 0};
+    if (count >= 2)
+        shaped.distance = glyph[0].x_advance + glyph[1].x_offset - glyph[0].x_offset;
+    return shaped;
 }
 
 } // namespace
 
-PairShaper::PairShaper(hb_face_t* face, unsigned ppem) : face(hb_face_reference(face)), font(hb_font_create(face))
+PairShaper::PairShaper(const HarfBuzzFace& face, unsigned ppem, std::span<const hb_codepoint_t> characters)
+    : face(hb_face_reference(face.Get())), font(hb_font_create(face.Get())), hasAppleLayout(face.HasAppleLayout())
 {
     hb_ot_font_set_funcs(font);
     const int scale = static_cast<int>(ppem) * 64;
     hb_font_set_scale(font, scale, scale);
     hb_font_set_ppem(font, ppem, ppem);
     hb_font_make_immutable(font);
+    // A pair gets the script of either character, or Latin when neither has one.
+    std::vector<hb_script_t> scripts;
+    for (hb_codepoint_t character : characters)
+        if (NominalGlyph(character) != 0)
+            scripts.push_back(PairScript(character, character));
+    std::sort(scripts.begin(), scripts.end());
+    scripts.erase(std::unique(scripts.begin(), scripts.end()), scripts.end());
+    for (hb_script_t script : scripts)
+        plans.push_back({script, PlanFor(this->face, script, Kerning::Off), PlanFor(this->face, script, Kerning::On)});
 }
 
 PairShaper::~PairShaper()
 {
-    for (const Plans& p : plans) {
-        hb_shape_plan_destroy(p.kernOn);
-        hb_shape_plan_destroy(p.kernOff);
+    for (const Plans& scriptPlans : plans) {
+        hb_shape_plan_destroy(scriptPlans.kerningOff);
+        hb_shape_plan_destroy(scriptPlans.kerningOn);
     }
     hb_font_destroy(font);
     hb_face_destroy(face);
 }
 
-void PairShaper::Prepare(hb_script_t script)
+std::vector<hb_script_t> PairShaper::Scripts() const
 {
-    for (const Plans& p : plans)
-        if (p.script == script)
-            return;
+    std::vector<hb_script_t> scripts;
+    for (const Plans& scriptPlans : plans)
+        scripts.push_back(scriptPlans.script);
+    return scripts;
+}
+
+bool PairShaper::ShapeText(hb_buffer_t* buffer, std::span<const hb_codepoint_t> text, hb_script_t script,
+                           Kerning kerning) const
+{
+    const Plans& scriptPlans =
+        *std::find_if(plans.begin(), plans.end(), [script](const Plans& p) { return p.script == script; });
     const hb_segment_properties_t properties = PropertiesOf(script);
-    const Features on = FeaturesWith(true), off = FeaturesWith(false);
-    Plans prepared{script, hb_shape_plan_create_cached(face, &properties, on.data(), on.size(), nullptr),
-                   hb_shape_plan_create_cached(face, &properties, off.data(), off.size(), nullptr), false};
-    hb_set_t* substitutionsOn = hb_set_create();
-    hb_set_t* substitutionsOff = hb_set_create();
-    hb_ot_shape_plan_collect_lookups(prepared.kernOn, HB_OT_TAG_GSUB, substitutionsOn);
-    hb_ot_shape_plan_collect_lookups(prepared.kernOff, HB_OT_TAG_GSUB, substitutionsOff);
-    prepared.kernOnlyPositions = hb_set_is_equal(substitutionsOn, substitutionsOff);
-    hb_set_destroy(substitutionsOn);
-    hb_set_destroy(substitutionsOff);
-    plans.push_back(prepared);
-}
-
-const PairShaper::Plans& PairShaper::PlansOf(hb_script_t script) const
-{
-    return *std::find_if(plans.begin(), plans.end(), [script](const Plans& p) { return p.script == script; });
-}
-
-bool PairShaper::KernOnlyPositions(hb_script_t script) const
-{
-    return PlansOf(script).kernOnlyPositions;
-}
-
-bool PairShaper::ShapeText(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
-                           bool kern, bool concatFlags) const
-{
-    const Plans& chosen = PlansOf(script);
-    const hb_segment_properties_t properties = PropertiesOf(script);
-    const Features features = FeaturesWith(kern);
+    const Features features = FeaturesWith(kerning);
     hb_buffer_clear_contents(buffer);
-    hb_buffer_add_codepoints(buffer, text, static_cast<int>(length), 0, static_cast<int>(length));
+    hb_buffer_add_codepoints(buffer, text.data(), static_cast<int>(text.size()), 0, static_cast<int>(text.size()));
     hb_buffer_set_segment_properties(buffer, &properties);
-    hb_buffer_set_flags(buffer, concatFlags ? HB_BUFFER_FLAG_PRODUCE_UNSAFE_TO_CONCAT : HB_BUFFER_FLAG_DEFAULT);
-    return hb_shape_plan_execute(kern ? chosen.kernOn : chosen.kernOff, font, buffer, features.data(), features.size());
+    return hb_shape_plan_execute(kerning == Kerning::On ? scriptPlans.kerningOn : scriptPlans.kerningOff, font,
+                                 buffer, features.data(), features.size());
 }
 
-ShapedText PairShaper::Shape(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
-                             bool kern, bool concatFlags) const
+ShapedText PairShaper::Shape(hb_buffer_t* buffer, hb_codepoint_t first, hb_codepoint_t second, Kerning kerning) const
 {
-    ShapedText shaped;
-    if (!ShapeText(buffer, text, length, script, kern, concatFlags))
-        return shaped;
+    const hb_codepoint_t pair[2] = {first, second};
+    if (!ShapeText(buffer, pair, PairScript(first, second), kerning))
+        return {};
+    unsigned count = 0;
+    const hb_glyph_position_t* position = hb_buffer_get_glyph_positions(buffer, &count);
+    return Summary(position, count);
+}
+
+std::vector<std::optional<ShapedText>> PairShaper::ShapeNeighbours(hb_buffer_t* buffer,
+                                                                   std::span<const hb_codepoint_t> text,
+                                                                   hb_script_t script, Kerning kerning) const
+{
+    std::vector<std::optional<ShapedText>> pairs(std::max<size_t>(text.size(), 1) - 1);
+    // Apple layout tables and other shapers may look at text around a piece.
+    if (hasAppleLayout || !ShapesPlainly(script) || !ShapeText(buffer, text, script, kerning))
+        return pairs;
     unsigned count = 0;
     const hb_glyph_info_t* info = hb_buffer_get_glyph_infos(buffer, &count);
     const hb_glyph_position_t* position = hb_buffer_get_glyph_positions(buffer, &count);
-    shaped.glyphs = count;
-    for (unsigned i = 0; i < count && i < 2; ++i) {
-        shaped.advance[i] = position[i].x_advance;
-        shaped.offset[i] = position[i].x_offset;
-    }
-    if (count == 2 && info[0].cluster == 0 && info[1].cluster == 1) {
-        const hb_glyph_flags_t flags = hb_glyph_info_get_glyph_flags(&info[1]);
-        shaped.safeToBreak = !(flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK);
-        shaped.safeToConcat = concatFlags && !(flags & HB_GLYPH_FLAG_UNSAFE_TO_CONCAT);
-    }
-    return shaped;
+    // The first glyph of the cluster each character starts, or -1; clusters are the
+    // characters' places, in order. The end of the text is a place too.
+    std::vector<int> clusterStart(text.size() + 1, -1);
+    for (unsigned glyph = count; glyph-- > 0;)
+        clusterStart[info[glyph].cluster] = static_cast<int>(glyph);
+    clusterStart.back() = static_cast<int>(count);
+    auto safeToBreakBefore = [&](size_t place) {
+        return clusterStart[place] >= 0 &&
+               (place == 0 || place == text.size() ||
+                !(hb_glyph_info_get_glyph_flags(&info[clusterStart[place]]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK));
+    };
+    for (size_t i = 0; i < pairs.size(); ++i)
+        if (safeToBreakBefore(i) && safeToBreakBefore(i + 2))
+            pairs[i] =
+                Summary(position + clusterStart[i], static_cast<unsigned>(clusterStart[i + 2] - clusterStart[i]));
+    return pairs;
 }
 
-bool PairShaper::HasGlyph(hb_codepoint_t character) const
+hb_codepoint_t PairShaper::NominalGlyph(hb_codepoint_t character) const
 {
     hb_codepoint_t glyph = 0;
-    return hb_font_get_nominal_glyph(font, character, &glyph) && glyph != 0;
+    return hb_font_get_nominal_glyph(font, character, &glyph) ? glyph : 0;
 }
 
-hb_script_t ScriptOf(hb_codepoint_t character)
+hb_script_t PairScript(hb_codepoint_t first, hb_codepoint_t second)
 {
-    return hb_unicode_script(hb_unicode_funcs_get_default(), character);
-}
-
-hb_script_t PairScript(hb_script_t first, hb_script_t second)
-{
-    return HasScript(first) ? first : HasScript(second) ? second : HB_SCRIPT_LATIN;
+    const hb_script_t script = ScriptOf(first) != HB_SCRIPT_UNKNOWN ? ScriptOf(first) : ScriptOf(second);
+    return script != HB_SCRIPT_UNKNOWN ? script : HB_SCRIPT_LATIN;
 }

@@ -1,74 +1,68 @@
 #pragma once
 
+#include "export/harfbuzz_face.h"
+
 #include <hb.h>
 
-#include <array>
+#include <optional>
+#include <span>
 #include <vector>
 
-// What shaping one or two characters gave, as far as kerning values need it.
+enum class Kerning { Off, On }; // the font's 'kern' feature
+
+// A shaped pair as far as kerning needs it.
 struct ShapedText
 {
-    unsigned glyphs = 0;
-    // Of the first two glyphs (26.6).
-    std::array<hb_position_t, 2> advance{};
-    std::array<hb_position_t, 2> offset{}; // x offsets
-    // Two glyphs, one per character, and HarfBuzz marks the place between them safe to
-    // break (the text cut there and each side shaped alone gives the same glyphs and
-    // positions) or safe to concatenate (either side may be replaced by other text
-    // without changing the shaping of the other). The latter is only looked for when
-    // asked for.
-    bool safeToBreak = false;
-    bool safeToConcat = false;
-
-    // advance of the first glyph + x offset of the second - x offset of the first
-    hb_position_t Distance() const { return advance[0] + offset[1] - offset[0]; }
+    unsigned glyphCount = 0;
+    // Where the second glyph is drawn from where the first is (26.6): the first glyph's
+    // advance plus the second's x offset minus the first's.
+    hb_position_t distance = 0;
 };
 
 // Shapes text the way GPOS kerning is defined: HarfBuzz's own font functions, the face
 // scaled to `ppem` pixels both ways in 26.6 with that ppem, left to right, the buffer's
 // language unset (so the user's locale plays no part), the ligature features liga, clig,
 // dlig, calt and rlig off, and 'kern' on or off.
-// Prepare every script before threads share the shaper; each thread brings its own buffer.
+// Safe to share between threads once made; each thread brings its own buffer.
 class PairShaper
 {
 public:
-    PairShaper(hb_face_t* face, unsigned ppem);
+    // Ready to shape pairs of `characters`: plans for every script a pair of them gets.
+    PairShaper(const HarfBuzzFace& face, unsigned ppem, std::span<const hb_codepoint_t> characters);
     ~PairShaper();
     PairShaper(const PairShaper&) = delete;
     PairShaper& operator=(const PairShaper&) = delete;
 
-    // Makes the two shaping plans (kern on, kern off) of `script`.
-    void Prepare(hb_script_t script);
-    // Whether the two plans of a prepared script apply the same substitutions, so that
-    // the 'kern' feature only adds positioning lookups.
-    bool KernOnlyPositions(hb_script_t script) const;
-    // One or two characters in a prepared script.
-    ShapedText Shape(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script,
-                     bool kern, bool concatFlags = false) const;
-    // Any text in a prepared script; the glyphs stay in `buffer`. False when shaping failed.
-    bool ShapeText(hb_buffer_t* buffer, const hb_codepoint_t* text, unsigned length, hb_script_t script, bool kern,
-                   bool concatFlags = false) const;
-    // Whether the character maps to a glyph other than glyph 0.
-    bool HasGlyph(hb_codepoint_t character) const;
+    // Every script a pair of the characters gets.
+    std::vector<hb_script_t> Scripts() const;
+    // A pair alone, in the script it gets (PairScript).
+    ShapedText Shape(hb_buffer_t* buffer, hb_codepoint_t first, hb_codepoint_t second, Kerning kerning) const;
+    // Every two neighbours in `text`, all pairs getting `script`: pair i is text[i] and
+    // text[i + 1], as HarfBuzz vouches it shapes alone, or nullopt where it does not
+    // (docs/gpos-kerning-texts.md).
+    std::vector<std::optional<ShapedText>> ShapeNeighbours(hb_buffer_t* buffer, std::span<const hb_codepoint_t> text,
+                                                           hb_script_t script, Kerning kerning) const;
+    // The character's glyph in the font's character map; 0 when it has none.
+    hb_codepoint_t NominalGlyph(hb_codepoint_t character) const;
 
 private:
     struct Plans
     {
         hb_script_t script;
-        hb_shape_plan_t* kernOn;
-        hb_shape_plan_t* kernOff;
-        bool kernOnlyPositions;
+        hb_shape_plan_t* kerningOff;
+        hb_shape_plan_t* kerningOn;
     };
-    const Plans& PlansOf(hb_script_t script) const;
+
+    // Shapes `text` into `buffer`; false when HarfBuzz fails.
+    bool ShapeText(hb_buffer_t* buffer, std::span<const hb_codepoint_t> text, hb_script_t script,
+                   Kerning kerning) const;
 
     hb_face_t* face;
     hb_font_t* font;
     std::vector<Plans> plans;
+    bool hasAppleLayout;
 };
 
-// The Unicode script of a character.
-hb_script_t ScriptOf(hb_codepoint_t character);
-
-// The script the buffer of two characters of these scripts gets: the first that is not
-// Common, Inherited or Unknown; Latin when neither is.
-hb_script_t PairScript(hb_script_t first, hb_script_t second);
+// The script of the buffer a pair is shaped in: the first of the two characters' scripts
+// that is not Common, Inherited or Unknown; Latin when neither is.
+hb_script_t PairScript(hb_codepoint_t first, hb_codepoint_t second);

@@ -3,6 +3,7 @@
 #include "charset/codepage.h"
 #include "export/font_source.h"
 #include "export/kerning_source.h"
+#include "test_support.h"
 
 #include <hb.h>
 
@@ -49,7 +50,8 @@ TEST(GposKerning, EveryPairAsShapedAlone)
     const std::optional<Codepage> cp1251 = Codepage::Open("CP1251", error);
     const std::tuple<std::string, int, const Codepage*> cases[] = {
         {roboto, 16, nullptr}, {roboto, 40, nullptr}, {noto, 9, nullptr}, {noto, 16, nullptr},
-        {dejavu, 11, nullptr}, {dejavu, 16, nullptr}, {noto, 16, &*cp1251}};
+        {dejavu, 11, nullptr}, {dejavu, 16, nullptr}, {noto, 16, &*cp1251},
+        {kTestFont, 16, nullptr}}; // T period: 'dist' spaces it, 'kern' moves T
     for (const auto& [path, height, codepage] : cases) {
         ExportOptions options;
         options.kerning = KerningMode::Gpos;
