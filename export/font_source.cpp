@@ -1,19 +1,11 @@
 #include "export/font_source.h"
 
-#include "charset/codepage.h"
 #include "export/char_records.h"
 #include "export/export_listener.h"
 #include "export/font_records.h"
 #include "export/kerning_source.h"
 #include "export/kerning_tables.h"
 #include "export/pixel_arrays.h"
-
-char32_t CharacterFor(uint32_t code, const ExportOptions& options)
-{
-    if (options.codepage == nullptr)
-        return code;
-    return options.codepage->CharacterOf(static_cast<uint8_t>(code)).value_or(0);
-}
 
 void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const ExportCharacters& characters,
                      const ExportOptions& options, const ExportListeners& listeners)

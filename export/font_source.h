@@ -17,5 +17,3 @@
 void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const ExportCharacters& characters,
                      const ExportOptions& options, const ExportListeners& listeners = {});
 
-// The Unicode character rendered for a listed code.
-char32_t CharacterFor(uint32_t code, const ExportOptions& options);

@@ -1,6 +1,5 @@
 #include "export/gpos_kerning.h"
 
-#include "export/font_source.h"
 #include "export/pair_shaper.h"
 
 #include <algorithm>
@@ -116,14 +115,13 @@ private:
 
 } // namespace
 
-GposKerning::GposKerning(const HarfBuzzFace& face, unsigned ppem, const CharCodeList& codes,
-                         const ExportOptions& options)
-    : codes(codes)
+GposKerning::GposKerning(const HarfBuzzFace& face, unsigned ppem, const ExportCharacters& listed)
 {
     std::vector<hb_codepoint_t> characters;
-    for (size_t i = 0; i < codes.size(); ++i) {
-        indexOf[codes[i]] = static_cast<int>(i);
-        characters.push_back(CharacterFor(codes[i], options));
+    for (const auto& [code, character] : listed) {
+        indexOf[code] = static_cast<int>(codes.size());
+        codes.push_back(code);
+        characters.push_back(character);
     }
     values = PairTable(face, ppem, std::move(characters)).Compute();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "charset/char_code_list.h"
-#include "export/export_options.h"
+#include "charset/export_characters.h"
 #include "export/harfbuzz_face.h"
 #include "export/kerning_source.h"
 
@@ -13,16 +12,15 @@
 // is (advance of the first glyph + x offset of the second - x offset of the first) with
 // 'kern' on minus the same with it off (see PairShaper for the rest of the shaping). A
 // pair counts only when both characters have a glyph and both shapings give exactly two
-// glyphs. Every listed code takes part on both sides; with a codepage, as the character
-// its byte stands for.
+// glyphs. Every listed character takes part on both sides.
 //
 // All pairs are worked out once, in the constructor, on as many threads as the machine
 // has cores: the export asks for them per character and rotation.
 class GposKerning : public KerningSource
 {
 public:
-    // `codes` as exported (each code once, all below 256); `ppem` the export height.
-    GposKerning(const HarfBuzzFace& face, unsigned ppem, const CharCodeList& codes, const ExportOptions& options);
+    // `ppem` is the export height.
+    GposKerning(const HarfBuzzFace& face, unsigned ppem, const ExportCharacters& characters);
 
     std::vector<KerningPair> PairsOf(uint32_t code) override;
 

@@ -52,12 +52,8 @@ std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportChara
         return std::make_unique<NoKerning>();
     if (options.kerning != KerningMode::Legacy) {
         const HarfBuzzFace face(font.Face());
-        if (options.kerning == KerningMode::Gpos || face.HasGposKerning()) {
-            CharCodeList codes;
-            for (const ExportCharacter& listed : characters)
-                codes.push_back(listed.code);
-            return std::make_unique<GposKerning>(face, font.Face()->size->metrics.y_ppem, codes, options);
-        }
+        if (options.kerning == KerningMode::Gpos || face.HasGposKerning())
+            return std::make_unique<GposKerning>(face, font.Face()->size->metrics.y_ppem, characters);
     }
     return std::make_unique<LegacyKerning>(font, characters, options.codepage);
 }

@@ -1,7 +1,6 @@
 // GPOS kerning against its definition: every pair shaped alone, with 'kern' on and off.
 
 #include "charset/codepage.h"
-#include "export/font_source.h"
 #include "export/kerning_source.h"
 #include "test_support.h"
 
