@@ -137,7 +137,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         if (request.stats)
             report.stats = stats.Table(output.baseName + ".cpp", sizes.source, output.baseName + ".h", sizes.header);
     } catch (const FTException& e) {
-        if (auto where = inProgress.Describe(request.fontPath))
+        if (auto where = inProgress.Describe({request.fontPath}))
             report.context.push_back(*where);
         return e.what();
     }
