@@ -2,6 +2,7 @@
 // positions; it must equal panel 0 turned by the same angle, pixel for pixel.
 
 #include "export/font_source.h"
+#include "export/in_place_file.h"
 #include "proof/proof_picture.h"
 #include "test_support.h"
 
@@ -44,8 +45,10 @@ TEST(ProofPanels, EachIsPanelZeroTurned)
         WrittenFont written;
         ExportOptions options;
         options.listeners = {&written};
-        OutputWriter discarded(std::string("/dev/null"));
-        WriteFontSource(discarded, font, "proof", codes, options);
+        InPlaceFile discarded("/dev/null");
+        ASSERT_TRUE(discarded.Open());
+        OutputWriter out(discarded);
+        WriteFontSource(out, font, "proof", codes, options);
         ProofLines lines;
         ASSERT_EQ(ReadProofText(row.text, codes, options, lines), std::nullopt);
         const ProofLayout layout = LayOutProof(written, lines, row.height);
