@@ -40,7 +40,6 @@ public:
     const std::string& Target() const { return target; }
     // Bytes written, once closed; -1 when the stream cannot tell (a pipe).
     off_t Size() const { return size; }
-    bool Failed() const { return failed; }
     const OutputProblem& Problem() const { return problem; }
 
 protected:
