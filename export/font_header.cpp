@@ -4,7 +4,7 @@
 
 #include <cctype>
 
-bool WriteFontHeader(OutputWriter& out, const std::string& baseName)
+void WriteFontHeader(OutputWriter& out, const std::string& baseName)
 {
     std::string guard = baseName;
     for (char& c : guard)
@@ -23,5 +23,4 @@ bool WriteFontHeader(OutputWriter& out, const std::string& baseName)
         out.WriteChar(';');
     }
     out.Write("\n\n#endif\n");
-    return out.Close();
 }

@@ -6,5 +6,5 @@
 
 // Writes the header that declares the four font records font_N_0 .. font_N_270 of
 // the source file, inside the guard _FONT_<N upper-cased>_H. `baseName` is the
-// sanitized name. Closes `out` and returns whether every write and the close succeeded.
-bool WriteFontHeader(OutputWriter& out, const std::string& baseName);
+// sanitized name.
+void WriteFontHeader(OutputWriter& out, const std::string& baseName);
