@@ -6,11 +6,16 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // Counts what the source file gets, for the table --stats prints after a success.
 class ExportStats : public ExportListener
 {
 public:
+    // The export's fonts, as WrittenCharacter::font indexes them: with more than one, the
+    // table tells how many glyphs each gave.
+    explicit ExportStats(std::vector<std::string> fontPaths) : fontPaths(std::move(fontPaths)), glyphsOf(this->fontPaths.size()) {}
+
     void CharacterWritten(const WrittenCharacter& written) override;
 
     // The table: characters, pixel bytes per rotation and in all, kerning pairs and the
@@ -19,6 +24,8 @@ public:
                       off_t headerSize) const;
 
 private:
+    std::vector<std::string> fontPaths;
+    std::vector<uint64_t> glyphsOf; // per font
     uint64_t characters = 0;
     uint64_t pixelBytesPerRotation = 0;
     uint64_t kerningPairs = 0;
