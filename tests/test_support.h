@@ -6,6 +6,8 @@
 #include <string>
 
 inline const std::string kTestFont = VELTRANE_TEST_FONT_DIR "/veltrane-test.ttf";
+// Icons at U+E000 and U+E001 that kern together, a "B" the test font lacks, an "A" unlike its.
+inline const std::string kIconsFont = VELTRANE_TEST_FONT_DIR "/veltrane-test-icons.ttf";
 inline const std::string kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 inline const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb";
 

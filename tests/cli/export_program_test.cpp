@@ -98,6 +98,10 @@ TEST(ExportProgram, GoldenExports)
         // A font in its own KOI8-R encoding: under either codepage its glyphs, each under the codepage's byte.
         {"koi8r_font", {"--height", "8", "--codepage", "KOI8-R", "--text", "Привет", "--proof", "@koi8r_font.png", kKoi8rFont}},
         {"koi8r_cp1251_font", {"--height", "8", "--codepage", "CP1251", "--text", "Привет", "--proof", "@koi8r_cp1251_font.png", kKoi8rFont}},
+        // Icons under 0x80 and 0x81 kerned together, the "B" the test font lacks from the
+        // icons' font as a fallback, kerned with neither A of the two fonts; its proof.
+        {"merged_font", {"--chars", "65,66,86", "--glyphs", kIconsFont + ":0xE000-0xE001=>0x80", "--fallback", kIconsFont,
+                         "--proof", "@merged_font.png", "--proof-text", "AVB\uE000\uE001", "FONT"}},
     };
     const fs::path expected = VELTRANE_EXPECTED_DIR;
     const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
