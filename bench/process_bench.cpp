@@ -1,11 +1,14 @@
-// Whole-process speed of the GPOS export (`make bench`): Roboto Regular at 16 px, exported
-// by veltrane-fontgen-export with --kerning gpos, side by side with the same export with
-// --kerning legacy: codes 32-126 also beside lv_font_conv, the most used peer, converting
-// the same font, size and range, and codes 32-255 (Latin-1, with its accented letters) on
-// their own. The commands take turns, so that the machine's other load weighs on all
-// alike; prints the medians and the ratios the goals are about.
+// Whole-process speed of veltrane-fontgen-export (`make bench`):
+// - the GPOS export, Roboto Regular at 16 px with --kerning gpos, side by side with the same
+//   export with --kerning legacy: codes 32-126 also beside lv_font_conv, the most used
+//   peer, converting the same font, size and range, and codes 32-255 (Latin-1, with its
+//   accented letters) on their own;
+// - a merged export, DejaVu Sans at 16 px, codes 32-126, with five FontAwesome icons, beside
+//   the export without the icons and the icons alone.
+// The commands take turns, so that the machine's other load weighs on all alike; prints
+// the medians and the ratios the goals are about.
 //
-// Usage: kerning_bench EXPORTER LV_FONT_CONV
+// Usage: process_bench EXPORTER LV_FONT_CONV
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,11 +27,13 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kRoboto = "/usr/share/fonts/truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf";
+constexpr const char* kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+constexpr const char* kFontAwesome = "/usr/share/fonts/truetype/font-awesome/fontawesome-webfont.ttf";
 constexpr int kRuns = 25;
 
 void Fail(const std::string& what)
 {
-    std::fprintf(stderr, "kerning_bench: %s\n", what.c_str());
+    std::fprintf(stderr, "process_bench: %s\n", what.c_str());
     std::exit(1);
 }
 
@@ -87,7 +92,7 @@ std::pair<int, int> KerningIn(const fs::path& source)
 int main(int argc, char** argv)
 {
     if (argc != 3)
-        Fail("usage: kerning_bench EXPORTER LV_FONT_CONV");
+        Fail("usage: process_bench EXPORTER LV_FONT_CONV");
     char pattern[] = "/tmp/veltrane-kerning-bench-XXXXXX";
     if (mkdtemp(pattern) == nullptr)
         Fail("cannot create a temporary directory");
@@ -100,7 +105,7 @@ int main(int argc, char** argv)
                    {}};
     };
     std::vector<Run> runs = {
-        exportRun("gpos", ascii, "Gpos.cpp"),
+        exportRun("gpos", ascii, "Gpos.cpp"), // Roboto Regular
         exportRun("legacy", ascii, "Legacy.cpp"),
         {"lv_font_conv 1.5.3 (--bpp 8 --no-compress --format lvgl), codes " + ascii,
          // lv_font_conv takes a range only after the font it belongs to.
@@ -110,13 +115,17 @@ int main(int argc, char** argv)
         exportRun("gpos", latin1, "GposLatin1.cpp"),
         exportRun("legacy", latin1, "LegacyLatin1.cpp"),
     };
+    const std::string icons = std::string(kFontAwesome) + ":0xF240-0xF244=>0x80";
+    runs.push_back({"DejaVu Sans with five icons, codes 32-126", {exporter, "--glyphs", icons, kDejaVuSans, dir / "Merged.cpp"}, {}});
+    runs.push_back({"DejaVu Sans alone, codes 32-126", {exporter, kDejaVuSans, dir / "Letters.cpp"}, {}});
+    runs.push_back({"the five icons alone", {exporter, "--text", "", "--glyphs", icons, kFontAwesome, dir / "Icons.cpp"}, {}});
     for (Run& run : runs) // warm-up: page cache, dynamic linker, node's compile cache
         Milliseconds(run.command);
     for (int i = 0; i < kRuns; ++i)
         for (Run& run : runs)
             run.times.push_back(Milliseconds(run.command));
 
-    std::printf("Roboto Regular, 16 px; whole processes, %d runs each in turn (medians)\n", kRuns);
+    std::printf("16 px; whole processes, %d runs each in turn (medians)\n", kRuns);
     for (const Run& run : runs)
         std::printf("  %-72s %9.2f ms\n", run.name.c_str(), Median(run.times));
     for (const char* source : {"Gpos.cpp", "GposLatin1.cpp"}) {
@@ -128,6 +137,8 @@ int main(int argc, char** argv)
     std::printf("  GPOS export / legacy export, codes 32-126  = %.2f\n", Median(runs[0].times) / Median(runs[1].times));
     std::printf("  GPOS export / legacy export, codes 32-255  = %.2f   (goal: at most 4)\n",
                 Median(runs[3].times) / Median(runs[4].times));
+    std::printf("  merged / (letters + icons alone)          = %.2f   (goal: at most 1.2)\n",
+                Median(runs[5].times) / (Median(runs[6].times) + Median(runs[7].times)));
     fs::remove_all(dir);
     return 0;
 }
