@@ -95,12 +95,14 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
+    if (request.rotations)
+        options.rotations = *request.rotations;
     // Beyond the desktop's output, tables compile whatever the signedness of char.
     if (request.GoesBeyondDesktop())
         options.prevCharStyle = PrevCharStyle::CharLiteral;
     const ExportCharacters characters = ListExportCharacters(codes, options.codepage);
     CharacterInProgress inProgress;
-    ExportStats stats;
+    ExportStats stats(options.rotations);
     ExportListeners listeners = {&inProgress, &stats};
     ProofLines proofLines;
     WrittenFont written; // kept only for a proof
@@ -125,7 +127,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         std::optional<CompanionFile> proof;
         if (request.proofPath)
             proof = CompanionFile{*request.proofPath, kProofWriteFailedMessage, [&](FILE* file) {
-                                      return WriteProofImage(file, written, proofLines, height);
+                                      return WriteProofImage(file, written, proofLines, height, options.rotations);
                                   }};
         std::string why;
         if (auto message = WriteFontPair(font, path, output.baseName, characters, options, listeners, sizes, why,

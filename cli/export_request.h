@@ -28,11 +28,13 @@ struct ExportRequest {
     std::optional<std::string> proofText;
     // Print the table of what was written after a success.
     bool stats = false;
+    // The rotations to write, in the order given (the proof's); absent: all four.
+    std::optional<RotationList> rotations;
 
     // Whether any option changes the files from what the desktop program writes.
     bool GoesBeyondDesktop() const
     {
-        return sampleText || codepage || faceIndex != 0 || kerningGiven;
+        return sampleText || codepage || faceIndex != 0 || kerningGiven || rotations;
     }
 };
 

@@ -36,8 +36,15 @@ std::string ExportStats::Table(const std::string& sourceName, off_t sourceSize, 
 {
     std::string table;
     AddRow(table, "characters", std::to_string(characters));
+    if (rotations.size() != kRotations.size()) {
+        std::string written; // in file order
+        for (unsigned rotation : kRotations)
+            if (HasRotation(rotations, rotation))
+                written += (written.empty() ? "" : ",") + std::to_string(rotation);
+        AddRow(table, "rotations", written);
+    }
     AddRow(table, "pixel bytes per rotation", std::to_string(pixelBytesPerRotation));
-    AddRow(table, "pixel bytes in all", std::to_string(4 * pixelBytesPerRotation));
+    AddRow(table, "pixel bytes in all", std::to_string(rotations.size() * pixelBytesPerRotation));
     AddRow(table, "kerning pairs", std::to_string(kerningPairs));
     // Two tables per kerned character, a byte per pair and a closing 0 in each.
     AddRow(table, "kerning table bytes", std::to_string(2 * (kerningPairs + kernedCharacters)));

@@ -51,7 +51,7 @@ std::optional<std::string> WriteFontPair(FTFont& font, const std::string& path, 
             return fail(CannotWrite(source, out.Error()), kWriteFailedMessage);
     }
     OutputWriter headerOut(header.Stream());
-    if (!WriteFontHeader(headerOut, baseName))
+    if (!WriteFontHeader(headerOut, baseName, options.rotations))
         return fail(CannotWrite(header, headerOut.Error()), kWriteFailedMessage);
     for (SafeOutput* file : {&source, &header}) {
         if (!file->Finish())

@@ -34,5 +34,5 @@ bool ExportFont(FTFont* font, std::string& baseName, const std::string& director
     OutputWriter header(headerPath);
     if (!out.Close() || !header.IsOpen())
         return false;
-    return WriteFontHeader(header, baseName);
+    return WriteFontHeader(header, baseName, options.rotations);
 }
