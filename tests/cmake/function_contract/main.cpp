@@ -12,5 +12,5 @@ int main()
         if ((font_quoted_0.chars[code] != nullptr) != listed)
             return 1;
     }
-    return font_My_Font_2_0.chars['A'] != nullptr ? 0 : 1;
+    return font_My_Font_2_0.chars['A'] != nullptr && font_My_Font_2_180.chars['A'] != nullptr ? 0 : 1;
 }
