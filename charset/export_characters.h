@@ -11,6 +11,7 @@ struct ExportCharacter
 {
     uint32_t code;      // the byte firmware strings hold; names the generated identifiers
     char32_t character; // the code itself, or the character its byte stands for in the codepage
+    unsigned font = 0;  // which of the export's fonts gives its glyph: 0 the main font
 };
 
 // What an export holds: each listed code once, at its first place in the list, with its

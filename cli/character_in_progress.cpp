@@ -2,9 +2,9 @@
 
 #include "charset/codepage.h"
 
-void CharacterInProgress::CharacterStarted(uint32_t code, char32_t character)
+void CharacterInProgress::CharacterStarted(const ExportCharacter& character)
 {
-    current.emplace(code, character);
+    current = character;
 }
 
 void CharacterInProgress::CharacterWritten(const WrittenCharacter&)
@@ -12,10 +12,10 @@ void CharacterInProgress::CharacterWritten(const WrittenCharacter&)
     current.reset();
 }
 
-std::optional<std::string> CharacterInProgress::Describe(const std::string& fontPath) const
+std::optional<std::string> CharacterInProgress::Describe(const std::vector<std::string>& fontPaths) const
 {
     if (!current)
         return std::nullopt;
-    return "while rendering code " + std::to_string(current->first) + " (" + CodePoint(current->second) + ") from " +
-           fontPath;
+    return "while rendering code " + std::to_string(current->code) + " (" + CodePoint(current->character) + ") from " +
+           fontPaths.at(current->font);
 }

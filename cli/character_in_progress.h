@@ -4,18 +4,19 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 // Follows an export to tell which character a render failure concerns.
 class CharacterInProgress : public ExportListener
 {
 public:
-    void CharacterStarted(uint32_t code, char32_t character) override;
+    void CharacterStarted(const ExportCharacter& character) override;
     void CharacterWritten(const WrittenCharacter& written) override;
 
     // "while rendering code 233 (U+00E9) from FONT" for the character started and not
-    // yet written; nothing between characters.
-    std::optional<std::string> Describe(const std::string& fontPath) const;
+    // yet written, FONT the path of its font among `fontPaths`; nothing between characters.
+    std::optional<std::string> Describe(const std::vector<std::string>& fontPaths) const;
 
 private:
-    std::optional<std::pair<uint32_t, char32_t>> current;
+    std::optional<ExportCharacter> current;
 };

@@ -4,14 +4,13 @@
 #include "cli/code_list.h"
 #include "cli/export_stats.h"
 #include "cli/font_file_check.h"
-#include "cli/font_pair_writer.h"
+#include "cli/export_files_writer.h"
 #include "cli/gpos_kerning_hint.h"
 #include "cli/missing_glyphs.h"
 #include "cli/strike_heights.h"
 #include "cli/unread_pieces.h"
 #include "export/base_name.h"
 #include "export/export_settings.h"
-#include "proof/proof_file.h"
 #include "raster/ft_exception.h"
 #include "raster/ft_font.h"
 
@@ -124,14 +123,12 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         if (auto message = CheckGlyphs(font, characters, request, options, report))
             return message;
         FontPairSizes sizes;
-        std::optional<CompanionFile> proof;
+        std::optional<ProofOutput> proof;
         if (request.proofPath)
-            proof = CompanionFile{*request.proofPath, kProofWriteFailedMessage, [&](FILE* file) {
-                                      return WriteProofImage(file, written, proofLines, height, options.rotations);
-                                  }};
+            proof.emplace(*request.proofPath, written, proofLines, height);
         std::string why;
-        if (auto message = WriteFontPair(font, path, output.baseName, characters, options, listeners, sizes, why,
-                                         proof ? &*proof : nullptr)) {
+        if (auto message = WriteExportFiles({&font}, path, output.baseName, characters, options, listeners,
+                                            proof ? &*proof : nullptr, sizes, why)) {
             if (!why.empty())
                 report.context.push_back(why);
             return message;
@@ -139,7 +136,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
         if (request.stats)
             report.stats = stats.Table(output.baseName + ".cpp", sizes.source, output.baseName + ".h", sizes.header);
     } catch (const FTException& e) {
-        if (auto where = inProgress.Describe(request.fontPath))
+        if (auto where = inProgress.Describe({request.fontPath}))
             report.context.push_back(*where);
         return e.what();
     }

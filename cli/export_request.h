@@ -50,7 +50,7 @@ inline constexpr const char* kProofReplacesExportMessage = "The proof image woul
 // in it; at least one), the proof text (every character exported), the output name (not
 // ds_font, not the proof's), opening the font and setting its size, a glyph for at least
 // one code, writing the files and the proof image. The files are replaced only when all
-// were written whole (see WriteFontPair).
+// were written whole (see WriteExportFiles).
 // Returns the message of the first failure, or nothing when all were written; `report`
 // receives what the failure concerns, the warnings and, with `stats`, the table.
 std::optional<std::string> RunExport(const ExportRequest& request, ExportReport& report);

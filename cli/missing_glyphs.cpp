@@ -21,8 +21,8 @@ std::string FontEncodingNote(const FTFont& font, const Codepage* codepage)
 MissingGlyphs FindMissingGlyphs(const FTFont& font, const ExportCharacters& characters, const Codepage* codepage)
 {
     std::array<bool, 256> missing{};
-    for (const auto& [code, character] : characters)
-        missing[code] = font.GlyphIndex(character) == 0;
+    for (const ExportCharacter& listed : characters)
+        missing[listed.code] = font.GlyphIndex(listed.character) == 0;
 
     std::string ranges;
     for (unsigned first = 0; first < missing.size(); ++first) {

@@ -1,6 +1,5 @@
 #include "cli/safe_output.h"
 
-#include "cli/export_report.h"
 #include "cli/temp_file_cleanup.h"
 
 #include <fcntl.h>
@@ -78,42 +77,34 @@ std::string DirectoryOf(const std::string& file)
 
 } // namespace
 
-SafeOutput::SafeOutput(std::string target) : target(std::move(target))
-{
-}
-
 SafeOutput::~SafeOutput()
 {
-    if (stream != nullptr)
-        std::fclose(stream);
     RemoveTemporary();
 }
 
 bool SafeOutput::Open()
 {
-    const std::string destination = FollowLinks(target);
+    const std::string destination = FollowLinks(Target());
     struct stat status {};
     const bool exists = stat(destination.c_str(), &status) == 0;
     const int statError = errno;
     if (exists && S_ISREG(status.st_mode)) {
         replaced = destination;
-        if (!OpenTemporary(status.st_mode & 07777))
-            return false;
-    } else if (!exists && statError == ENOENT) {
+        return OpenTemporary(status.st_mode & 07777);
+    }
+    if (!exists && statError == ENOENT) {
         replaced = destination;
         const mode_t mask = umask(0);
         umask(mask);
-        if (!OpenTemporary(0666 & ~mask))
-            return false;
-    } else {
-        // Directories fail here as they always did; devices and pipes take the bytes.
-        stream = std::fopen(target.c_str(), "w");
-        if (stream == nullptr && errno == ENOTDIR)
-            return Failed("cannot write in", DirectoryOf(target), errno);
-        if (stream == nullptr)
-            return Failed("cannot write", target, errno);
+        return OpenTemporary(0666 & ~mask);
     }
-    std::setvbuf(stream, nullptr, _IONBF, 0); // the OutputWriter buffers
+    // Directories fail here as they always did; devices and pipes take the bytes.
+    FILE* opened = std::fopen(Target().c_str(), "w");
+    if (opened == nullptr && errno == ENOTDIR)
+        return Fail("cannot write in", DirectoryOf(Target()), errno);
+    if (opened == nullptr)
+        return Fail("cannot write", Target(), errno);
+    Adopt(opened);
     return true;
 }
 
@@ -123,36 +114,25 @@ bool SafeOutput::OpenTemporary(mode_t mode)
     CleanupSignalBlock block;
     const int fd = mkostemp(path.data(), O_CLOEXEC);
     if (fd < 0)
-        return Failed("cannot write in", DirectoryOf(replaced), errno);
+        return Fail("cannot write in", DirectoryOf(replaced), errno);
     cleanupSlot = RegisterTempFile(path.c_str());
     tempPath = path;
     errno = 0; // a full table of temporary files has no errno
-    if (cleanupSlot < 0 || fchmod(fd, mode) != 0 || (stream = fdopen(fd, "w")) == nullptr) {
+    FILE* opened = nullptr;
+    if (cleanupSlot < 0 || fchmod(fd, mode) != 0 || (opened = fdopen(fd, "w")) == nullptr) {
         const int error = errno;
-        if (stream == nullptr)
-            close(fd);
-        return Failed("cannot write in", DirectoryOf(replaced), error);
+        close(fd);
+        return Fail("cannot write in", DirectoryOf(replaced), error);
     }
+    Adopt(opened);
     return true;
 }
 
-bool SafeOutput::Finish()
+bool SafeOutput::Close()
 {
-    if (stream == nullptr)
-        return false;
-    errno = 0; // a write error the stream remembers has no errno left
-    bool ok = std::fflush(stream) == 0 && !std::ferror(stream);
-    int error = errno;
-    size = ftello(stream);
-    if (std::fclose(stream) != 0) {
-        error = ok ? errno : error;
-        ok = false;
-    }
-    stream = nullptr;
-    if (!ok)
-        Failed("cannot write", target, error);
-    unchanged = ok && !tempPath.empty() && SameBytes(tempPath, replaced);
-    return ok;
+    const bool closed = OutputFile::Close();
+    unchanged = closed && !tempPath.empty() && SameBytes(tempPath, replaced);
+    return closed;
 }
 
 bool SafeOutput::Commit()
@@ -164,19 +144,11 @@ bool SafeOutput::Commit()
         return true;
     }
     if (std::rename(tempPath.c_str(), replaced.c_str()) != 0)
-        return Failed("cannot replace", replaced, errno);
+        return Fail("cannot replace", replaced, errno);
     ForgetTempFile(cleanupSlot);
     cleanupSlot = -1;
     tempPath.clear();
     return true;
-}
-
-bool SafeOutput::Failed(const std::string& what, const std::string& path, int error)
-{
-    problem = what + " " + Quoted(path);
-    if (error != 0)
-        problem += std::string(": ") + std::strerror(error);
-    return false;
 }
 
 void SafeOutput::RemoveTemporary()

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "export/output_file.h"
+
 #include <sys/types.h>
 
-#include <cstdio>
 #include <string>
 
 // One output file that replaces what its target holds only when the caller commits it,
@@ -13,43 +14,27 @@
 // that leads to anything else, such as a device or a pipe, is written in place.
 // Until committed, the temporary file is removed when the SafeOutput goes away or
 // SIGINT, SIGTERM or SIGHUP ends the program.
-class SafeOutput
+class SafeOutput : public OutputFile
 {
 public:
-    explicit SafeOutput(std::string target);
-    ~SafeOutput();
-    SafeOutput(const SafeOutput&) = delete;
-    SafeOutput& operator=(const SafeOutput&) = delete;
+    using OutputFile::OutputFile;
+    ~SafeOutput() override;
 
-    // Creates the temporary file, or opens the target itself; false when it cannot.
-    bool Open();
-    // The open stream, for an OutputWriter that must be closed before Finish.
-    FILE* Stream() const { return stream; }
-    // Closes the stream; false when a write or the close failed.
-    bool Finish();
-    // After Finish: renames the temporary file over the file the target leads to, or
-    // removes it when that file holds the same bytes already (which then keeps its
-    // modification time). False when the rename fails. Call under a CleanupSignalBlock
-    // when several files must change together.
-    bool Commit();
-    // Bytes written, once finished; -1 when the stream cannot tell (a pipe).
-    off_t Size() const { return size; }
-    const std::string& Target() const { return target; }
-    // Why Open, Finish or Commit failed, naming the file or directory and giving the
-    // system's reason: "cannot write in \"out/\": No such file or directory".
-    const std::string& Problem() const { return problem; }
+    // Creates the temporary file, or opens the target itself.
+    bool Open() override;
+    // Closes the stream, noting whether the file it replaces holds the same bytes.
+    bool Close() override;
+    // Renames the temporary file over the file the target leads to, or removes it when
+    // that file holds the same bytes already (which then keeps its modification time).
+    // Call under a CleanupSignalBlock when several files must change together.
+    bool Commit() override;
 
 private:
-    std::string target;
     std::string tempPath; // empty when the target is written in place
     std::string replaced; // the file the temporary one replaces
-    std::string problem;
-    FILE* stream = nullptr;
     int cleanupSlot = -1;
-    off_t size = -1;
     bool unchanged = false;
 
     bool OpenTemporary(mode_t mode);
-    bool Failed(const std::string& what, const std::string& path, int error);
     void RemoveTemporary();
 };

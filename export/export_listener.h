@@ -1,5 +1,6 @@
 #pragma once
 
+#include "charset/export_characters.h"
 #include "export/font_records.h"
 #include "export/kerning_pair.h"
 #include "raster/ft_font.h"
@@ -13,6 +14,7 @@ struct WrittenCharacter
 {
     uint32_t code;        // the listed code, which names its identifiers
     char32_t character;   // the Unicode character rendered for it
+    unsigned font;        // the export's font it was rendered from: 0 the main font
     // w = bitmap->width, h = bitmap->rows, xoff, yoff, xadvance; the pixel arrays, when
     // bitmap->buffer is not null, are what TurnGlyph makes of the bitmap.
     const FTGlyph& glyph;
@@ -25,7 +27,7 @@ class ExportListener
 public:
     virtual ~ExportListener() = default;
     // Before the character is rendered: a failure from here on concerns it.
-    virtual void CharacterStarted(uint32_t code, char32_t character) { (void)code, (void)character; }
+    virtual void CharacterStarted(const ExportCharacter& character) { (void)character; }
     virtual void CharacterWritten(const WrittenCharacter& written) { (void)written; }
     // The values of the four font records, after the last character.
     virtual void FontRecordsWritten(const FontRecordMetrics& metrics) { (void)metrics; }

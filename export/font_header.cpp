@@ -4,7 +4,7 @@
 
 #include <cctype>
 
-bool WriteFontHeader(OutputWriter& out, const std::string& baseName, const RotationList& rotations)
+void WriteFontHeader(OutputWriter& out, const std::string& baseName, const RotationList& rotations)
 {
     std::string guard = baseName;
     for (char& c : guard)
@@ -25,5 +25,4 @@ bool WriteFontHeader(OutputWriter& out, const std::string& baseName, const Rotat
         out.WriteChar(';');
     }
     out.Write("\n\n#endif\n");
-    return out.Close();
 }

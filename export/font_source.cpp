@@ -10,33 +10,40 @@
 void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const ExportCharacters& characters,
                      const ExportOptions& options, const ExportListeners& listeners)
 {
+    WriteFontSource(out, std::vector<FTFont*>{&font}, baseName, characters, options, listeners);
+}
+
+void WriteFontSource(OutputWriter& out, const std::vector<FTFont*>& fonts, const std::string& baseName,
+                     const ExportCharacters& characters, const ExportOptions& options, const ExportListeners& listeners)
+{
     out.Write("#include <");
     out.Write(baseName);
     out.Write(".h>\n\n");
 
-    const std::unique_ptr<KerningSource> kerning = MakeKerningSource(font, characters, options);
+    const KerningByFont kerning(fonts, characters, options);
     CharTable table{};
-    for (const auto& [code, character] : characters) {
+    for (const ExportCharacter& listed : characters) {
+        const auto& [code, character, font] = listed;
         for (ExportListener* listener : listeners)
-            listener->CharacterStarted(code, character);
+            listener->CharacterStarted(listed);
         FTGlyph glyph;
-        font.RenderGlyph(character, glyph);
+        fonts.at(font)->RenderGlyph(character, glyph);
         table[code] = true;
 
         // Everything of this character is written before the next render replaces
         // the glyph slot's bitmap.
-        const std::vector<KerningPair> pairs = kerning->PairsOf(code);
+        const std::vector<KerningPair> pairs = kerning.PairsOf(listed);
         if (!pairs.empty())
             WriteKerningTables(out, code, pairs, options.prevCharStyle);
         if (glyph.bitmap->buffer != nullptr)
             WritePixelArrays(out, code, *glyph.bitmap, options.rotations);
         WriteCharRecords(out, code, glyph, !pairs.empty(), options.rotations);
-        const WrittenCharacter written{code, character, glyph, pairs};
+        const WrittenCharacter written{code, character, font, glyph, pairs};
         for (ExportListener* listener : listeners)
             listener->CharacterWritten(written);
     }
 
-    const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(font.Face()));
+    const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(fonts.front()->Face()));
     WriteFontRecords(out, baseName, metrics, table, options.rotations);
     for (ExportListener* listener : listeners)
         listener->FontRecordsWritten(metrics);

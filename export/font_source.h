@@ -18,3 +18,11 @@
 void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const ExportCharacters& characters,
                      const ExportOptions& options, const ExportListeners& listeners = {});
 
+// The fonts of an export whose characters come from several (ExportCharacter::font
+// indexes them): each glyph from its own font, kerning only between characters of the
+// same font, the font records from the main font, fonts[0]. Every face must be set to
+// the export size.
+void WriteFontSource(OutputWriter& out, const std::vector<FTFont*>& fonts, const std::string& baseName,
+                     const ExportCharacters& characters, const ExportOptions& options,
+                     const ExportListeners& listeners = {});
+

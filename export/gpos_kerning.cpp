@@ -118,10 +118,10 @@ private:
 GposKerning::GposKerning(const HarfBuzzFace& face, unsigned ppem, const ExportCharacters& listed)
 {
     std::vector<hb_codepoint_t> characters;
-    for (const auto& [code, character] : listed) {
-        indexOf[code] = static_cast<int>(codes.size());
-        codes.push_back(code);
-        characters.push_back(character);
+    for (const ExportCharacter& character : listed) {
+        indexOf[character.code] = static_cast<int>(codes.size());
+        codes.push_back(character.code);
+        characters.push_back(character.character);
     }
     values = PairTable(face, ppem, std::move(characters)).Compute();
 }

@@ -30,11 +30,11 @@ std::vector<KerningPair> CollectKerningPairs(FTFont& font, const ExportCharacter
                                              const ExportCharacter& current)
 {
     std::vector<KerningPair> pairs;
-    for (const auto& [prevCode, prevCharacter] : characters) {
+    for (const ExportCharacter& prev : characters) {
         FT_Vector kerning;
-        font.GetCharKerning(prevCharacter, current.character, kerning);
+        font.GetCharKerning(prev.character, current.character, kerning);
         if (kerning.x != 0)
-            pairs.push_back(KerningPair{static_cast<char>(prevCode), Clamped(kerning.x)});
+            pairs.push_back(KerningPair{static_cast<char>(prev.code), Clamped(kerning.x)});
     }
     return pairs;
 }

@@ -13,16 +13,16 @@ namespace {
 class LegacyKerning : public KerningSource
 {
 public:
-    LegacyKerning(FTFont& font, const ExportCharacters& characters, const Codepage* codepage)
-        : font(font), characters(characters), byCodepage(codepage != nullptr)
+    LegacyKerning(FTFont& font, const ExportCharacters& characters, LegacyLookup lookup)
+        : font(font), characters(characters), byCharacter(lookup == LegacyLookup::ByCharacter)
     {
-        for (const auto& [code, character] : characters)
-            codes.push_back(code);
+        for (const ExportCharacter& listed : characters)
+            codes.push_back(listed.code);
     }
 
     std::vector<KerningPair> PairsOf(uint32_t code) override
     {
-        if (!byCodepage)
+        if (!byCharacter)
             return CollectKerningPairs(&font, &codes, code);
         const auto listed = std::find_if(characters.begin(), characters.end(),
                                          [code](const ExportCharacter& c) { return c.code == code; });
@@ -33,7 +33,7 @@ private:
     FTFont& font;
     const ExportCharacters& characters;
     CharCodeList codes;
-    bool byCodepage;
+    bool byCharacter;
 };
 
 // Every character without pairs: written exactly as for a font that has no kerning.
@@ -46,7 +46,7 @@ public:
 } // namespace
 
 std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportCharacters& characters,
-                                                 const ExportOptions& options)
+                                                 const ExportOptions& options, LegacyLookup lookup)
 {
     if (options.kerning == KerningMode::None)
         return std::make_unique<NoKerning>();
@@ -55,7 +55,27 @@ std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportChara
         if (options.kerning == KerningMode::Gpos || face.HasGposKerning())
             return std::make_unique<GposKerning>(face, font.Face()->size->metrics.y_ppem, characters);
     }
-    return std::make_unique<LegacyKerning>(font, characters, options.codepage);
+    if (options.codepage != nullptr)
+        lookup = LegacyLookup::ByCharacter;
+    return std::make_unique<LegacyKerning>(font, characters, lookup);
+}
+
+KerningByFont::KerningByFont(const std::vector<FTFont*>& fonts, const ExportCharacters& characters,
+                             const ExportOptions& options)
+    : charactersOf(fonts.size())
+{
+    for (const ExportCharacter& character : characters)
+        charactersOf.at(character.font).push_back(character);
+    // The main font's as the desktop reads them; another font's characters may stand
+    // under other codes.
+    for (size_t font = 0; font < fonts.size(); ++font)
+        sources.push_back(MakeKerningSource(*fonts[font], charactersOf[font], options,
+                                            font == 0 ? LegacyLookup::AsDesktop : LegacyLookup::ByCharacter));
+}
+
+std::vector<KerningPair> KerningByFont::PairsOf(const ExportCharacter& character) const
+{
+    return sources.at(character.font)->PairsOf(character.code);
 }
 
 bool HasGposKerning(FT_Face face)

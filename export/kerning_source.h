@@ -18,12 +18,34 @@ public:
     virtual std::vector<KerningPair> PairsOf(uint32_t code) = 0;
 };
 
+// How legacy kerning looks pairs up.
+enum class LegacyLookup
+{
+    AsDesktop,   // the desktop program's way without a codepage: codes cut to char as characters
+    ByCharacter, // between the characters the codes stand for
+};
+
 // Both `characters` and `font` must outlive the source, and the face must be set to the
-// export size. A GPOS source (KerningMode::Gpos,
+// export size. Legacy kerning is looked up as the desktop does unless the options name a
+// codepage or `lookup` says otherwise. A GPOS source (KerningMode::Gpos,
 // or Auto for a face whose GPOS table has a 'kern' feature) works out every pair here;
 // KerningMode::None gives no pairs at all.
 std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportCharacters& characters,
-                                                 const ExportOptions& options);
+                                                 const ExportOptions& options,
+                                                 LegacyLookup lookup = LegacyLookup::AsDesktop);
+
+// The kerning of an export whose characters come from several fonts (ExportCharacter::font
+// indexes `fonts`): pairs only between characters of the same font, from that font.
+class KerningByFont
+{
+public:
+    KerningByFont(const std::vector<FTFont*>& fonts, const ExportCharacters& characters, const ExportOptions& options);
+    std::vector<KerningPair> PairsOf(const ExportCharacter& character) const;
+
+private:
+    std::vector<ExportCharacters> charactersOf; // per font
+    std::vector<std::unique_ptr<KerningSource>> sources;
+};
 
 // Whether the face's GPOS table has a 'kern' feature, which KerningMode::Auto follows.
 bool HasGposKerning(FT_Face face);

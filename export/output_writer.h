@@ -1,11 +1,11 @@
 #pragma once
 
+#include "export/output_file.h"
+
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace output_writer_detail {
@@ -25,27 +25,22 @@ inline constexpr auto kHexTable = MakeHexTable();
 } // namespace output_writer_detail
 
 // Buffered text output for the generated files. Values are formatted straight into a
-// large block that goes to the stream with one fwrite when full, so exporting a big
-// font costs little more than the glyph rendering and the disk write themselves.
-// Write and close errors are remembered; Close() reports them.
+// large block that goes to the file with one write when full, so exporting a big font
+// costs little more than the glyph rendering and the disk write themselves.
+// The file, open and outliving the writer, keeps the stream and any write error.
 class OutputWriter
 {
 public:
     static constexpr size_t kHexText = 6; // "0xAB, "
     static constexpr size_t kHexSlot = 8; // bytes one hex copy touches
 
-    // Opens `path` like fopen with mode "w" (created, or emptied when it exists).
-    explicit OutputWriter(const std::string& path);
-    // Writes to a stream that the caller keeps owning and closes itself.
-    explicit OutputWriter(FILE* stream);
-    // Flushes and closes what is still open; errors found here are lost, so callers
-    // that care call Close() first. Runs on the exception path as well.
-    ~OutputWriter();
+    explicit OutputWriter(OutputFile& file);
+    // Hands the file what is still buffered, so that a glyph's exception leaves it the
+    // sections written before.
+    ~OutputWriter() { Flush(); }
 
     OutputWriter(const OutputWriter&) = delete;
     OutputWriter& operator=(const OutputWriter&) = delete;
-
-    bool IsOpen() const { return stream != nullptr; }
 
     void Write(std::string_view text);
     void WriteChar(char c)
@@ -83,23 +78,13 @@ public:
         return at + kHexText;
     }
 
-    // Hands the buffered bytes to the stream. False once any write has failed.
+    // Hands the buffered bytes to the file. False once any write has failed.
     bool Flush();
-    // Flushes and, for a stream this writer opened, closes it. True when every write
-    // and the close succeeded. The writer is closed afterwards in any case.
-    bool Close();
-    // The errno of the first write or close that failed; 0 when none did or it is unknown.
-    int Error() const { return error; }
 
 private:
     static constexpr size_t kBufferSize = 1 << 18;
 
-    void Fail(); // remembers the first failure and its errno
-
-    FILE* stream = nullptr;
-    bool ownsStream = false;
-    bool failed = false;
-    int error = 0;
+    OutputFile& file;
     std::unique_ptr<char[]> buffer;
     char* pos = nullptr;
     char* limit = nullptr;

@@ -48,8 +48,8 @@ std::optional<std::string> ReadProofText(const std::optional<std::string>& text,
     if (readings.empty())
         return "The proof text is not valid UTF-8 !";
     std::map<char32_t, uint32_t> codeOf;
-    for (const auto& [code, character] : characters)
-        codeOf.emplace(character, code);
+    for (const ExportCharacter& listed : characters)
+        codeOf.emplace(listed.character, listed.code);
     std::optional<char32_t> missing;
     for (const std::u32string& reading : readings) {
         const std::optional<char32_t> lacked = LinesOf(reading, codeOf, lines);

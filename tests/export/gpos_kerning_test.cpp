@@ -69,12 +69,12 @@ TEST(GposKerning, EveryPairAsShapedAlone)
         hb_font_t* font = hb_font_create(face); // HarfBuzz's own font functions
         hb_font_set_scale(font, height * 64, height * 64);
         hb_font_set_ppem(font, height, height);
-        for (const auto& [code, character] : characters) {
+        for (const ExportCharacter& current : characters) {
             std::vector<KerningPair> expected;
-            for (const auto& [prev, prevCharacter] : characters)
-                if (const int value = PairValue(font, prevCharacter, character))
-                    expected.push_back({static_cast<char>(prev), static_cast<int8_t>(value)});
-            ASSERT_EQ(source->PairsOf(code), expected) << path << " at " << height << " px, after code " << code;
+            for (const ExportCharacter& prev : characters)
+                if (const int value = PairValue(font, prev.character, current.character))
+                    expected.push_back({static_cast<char>(prev.code), static_cast<int8_t>(value)});
+            ASSERT_EQ(source->PairsOf(current.code), expected) << path << " at " << height << " px, after code " << current.code;
         }
         hb_font_destroy(font);
         hb_face_destroy(face);

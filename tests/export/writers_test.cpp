@@ -2,6 +2,7 @@
 
 #include "export/char_records.h"
 #include "export/font_records.h"
+#include "export/in_place_file.h"
 #include "export/kerning_pairs.h"
 #include "export/kerning_tables.h"
 #include "export/output_writer.h"
@@ -11,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 
 namespace {
@@ -19,18 +19,15 @@ namespace {
 // What a writer function puts out, as one string.
 std::string Captured(const std::function<void(OutputWriter&)>& write)
 {
-    char* data = nullptr;
-    size_t size = 0;
-    FILE* stream = open_memstream(&data, &size);
+    TempDir dir;
+    InPlaceFile file(dir.Prefix() + "captured");
+    file.Open();
     {
-        OutputWriter out(stream);
+        OutputWriter out(file);
         write(out);
-        out.Close();
     }
-    std::fclose(stream);
-    std::string text(data, size);
-    std::free(data);
-    return text;
+    file.Close();
+    return ReadFile(dir.Path() / "captured");
 }
 
 // Character 65 of the list 65, 86, where V before A kerns by -1: a 3x2 bitmap with pitch 4

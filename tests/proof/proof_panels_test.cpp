@@ -2,6 +2,7 @@
 // positions; it must equal panel 0 turned by the same angle, pixel for pixel.
 
 #include "export/font_source.h"
+#include "export/in_place_file.h"
 #include "proof/proof_picture.h"
 #include "test_support.h"
 
@@ -53,8 +54,10 @@ TEST(ProofPanels, EachIsPanelZeroTurned)
         std::iota(codes.begin(), codes.end(), 32);
         const ExportCharacters characters = ListExportCharacters(codes, nullptr);
         WrittenFont written;
-        OutputWriter discarded(std::string("/dev/null"));
-        WriteFontSource(discarded, font, "proof", characters, {}, {&written});
+        InPlaceFile discarded("/dev/null");
+        ASSERT_TRUE(discarded.Open());
+        OutputWriter out(discarded);
+        WriteFontSource(out, font, "proof", characters, {}, {&written});
         ProofLines lines;
         ASSERT_EQ(ReadProofText(row.text, characters, lines), std::nullopt);
         const ProofLayout layout = LayOutProof(written, lines, row.height);
