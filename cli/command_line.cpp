@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
+#include "cli/glyph_sets.h"
 #include "cli/rotation_list.h"
 #include "cli/unknown_option.h"
 #include "app/app_version.h"
@@ -180,6 +181,28 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                    "character must be exported (default: the exported characters, 16 to a line)")
         ->type_name("TEXT")
         ->needs(proof);
+    app.add_option_function<std::vector<std::string>>(
+           "--glyphs",
+           [&request](const std::vector<std::string>& sets) {
+               for (const std::string& text : sets) {
+                   std::optional<GlyphSetArgument> set = SplitGlyphSet(text);
+                   if (!set)
+                       throw CLI::ValidationError("--glyphs", Quoted(text) + " is not FONT:LIST or FONT:LIST=>BYTE");
+                   request.glyphSets.push_back(std::move(*set));
+               }
+           },
+           "Also exports the characters LIST names (Unicode code points, as in --chars, e.g.\n"
+           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\"; with =>BYTE\n"
+           "under consecutive codes from BYTE on, else under their bytes in the codepage. May be\n"
+           "given more than once, e.g. --glyphs fontawesome-webfont.ttf:0xF240-0xF244=>0x80")
+        ->type_name("FONT:LIST[=>BYTE]")
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_option("--fallback", request.fallbackPaths,
+                   "A character the main font has no glyph for is taken from the first of these fonts\n"
+                   "that has one; may be given more than once, e.g. --fallback NotoSans-Regular.ttf")
+        ->type_name("FONT")
+        ->allow_extra_args(false);
     app.add_option("FONT", request.fontPath, "The font file")->required();
     app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
         ->required()

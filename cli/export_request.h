@@ -1,11 +1,20 @@
 #pragma once
 
 #include "charset/codepage.h"
-#include "cli/export_report.h"
 #include "export/export_options.h"
 
 #include <optional>
 #include <string>
+#include <vector>
+
+// --glyphs FONT:LIST[=>BYTE]: the characters LIST names, taken from FONT, under the bytes
+// from BYTE on or, without it, under their bytes in the codepage.
+struct GlyphSetArgument {
+    std::string asTyped;
+    std::string fontPath;
+    std::string list;
+    std::optional<std::string> firstByte;
+};
 
 // One export as the command line asks for it, every value still as typed except the
 // codepage, which the command line has opened already.
@@ -28,29 +37,17 @@ struct ExportRequest {
     std::optional<std::string> proofText;
     // Print the table of what was written after a success.
     bool stats = false;
+    // Characters from other fonts: sets under bytes of their own, then, for a listed
+    // character the font has no glyph for, the first fallback font that has one.
+    std::vector<GlyphSetArgument> glyphSets;
+    std::vector<std::string> fallbackPaths;
     // The rotations to write, in the order given (the proof's); absent: all four.
     std::optional<RotationList> rotations;
 
     // Whether any option changes the files from what the desktop program writes.
     bool GoesBeyondDesktop() const
     {
-        return sampleText || codepage || faceIndex != 0 || kerningGiven || rotations;
+        return sampleText || codepage || faceIndex != 0 || kerningGiven || !glyphSets.empty() ||
+               !fallbackPaths.empty() || rotations;
     }
 };
-
-inline constexpr const char* kNoCharactersMessage = "No characters to export !";
-inline constexpr const char* kInvalidCharsMessage = "Invalid character codes !";
-inline constexpr const char* kNoGlyphMessage = "No glyph for any of the characters !";
-inline constexpr const char* kReservedNameMessage = "The name ds_font would replace the firmware's ds_font.h !";
-inline constexpr const char* kProofReplacesExportMessage = "The proof image would replace an exported file !";
-
-// Runs the export with the desktop program's rules and messages. Checks in this order,
-// each before anything slower: the height text, the character codes (every piece of
-// --chars readable, all fitting in 8 bits and, with a codepage, standing for a character
-// in it; at least one), the proof text (every character exported), the output name (not
-// ds_font, not the proof's), opening the font and setting its size, a glyph for at least
-// one code, writing the files and the proof image. The files are replaced only when all
-// were written whole (see WriteExportFiles).
-// Returns the message of the first failure, or nothing when all were written; `report`
-// receives what the failure concerns, the warnings and, with `stats`, the table.
-std::optional<std::string> RunExport(const ExportRequest& request, ExportReport& report);

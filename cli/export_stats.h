@@ -8,12 +8,18 @@
 #include <cstdint>
 #include <string>
 #include <utility>
+#include <vector>
 
 // Counts what the source file gets, for the table --stats prints after a success.
 class ExportStats : public ExportListener
 {
 public:
-    explicit ExportStats(RotationList rotations = AllRotations()) : rotations(std::move(rotations)) {}
+    // The export's fonts, as WrittenCharacter::font indexes them: with more than one, the
+    // table tells how many glyphs each gave. The rotations written, when not all four, too.
+    explicit ExportStats(std::vector<std::string> fontPaths, RotationList rotations = AllRotations())
+        : fontPaths(std::move(fontPaths)), glyphsOf(this->fontPaths.size()), rotations(std::move(rotations))
+    {
+    }
 
     void CharacterWritten(const WrittenCharacter& written) override;
 
@@ -24,6 +30,8 @@ public:
                       off_t headerSize) const;
 
 private:
+    std::vector<std::string> fontPaths;
+    std::vector<uint64_t> glyphsOf; // per font
     RotationList rotations;
     uint64_t characters = 0;
     uint64_t pixelBytesPerRotation = 0;

@@ -3,7 +3,7 @@
 
 #include "cli/command_line.h"
 #include "cli/exit_status.h"
-#include "cli/export_request.h"
+#include "cli/export_run.h"
 
 #include <clocale>
 #include <csignal>

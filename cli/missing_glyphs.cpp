@@ -18,11 +18,12 @@ std::string FontEncodingNote(const FTFont& font, const Codepage* codepage)
 
 } // namespace
 
-MissingGlyphs FindMissingGlyphs(const FTFont& font, const ExportCharacters& characters, const Codepage* codepage)
+MissingGlyphs FindMissingGlyphs(const std::vector<FTFont*>& fonts, const ExportCharacters& characters,
+                                const Codepage* codepage)
 {
     std::array<bool, 256> missing{};
     for (const ExportCharacter& listed : characters)
-        missing[listed.code] = font.GlyphIndex(listed.character) == 0;
+        missing[listed.code] = fonts.at(listed.font)->GlyphIndex(listed.character) == 0;
 
     std::string ranges;
     for (unsigned first = 0; first < missing.size(); ++first) {
@@ -42,7 +43,7 @@ MissingGlyphs FindMissingGlyphs(const FTFont& font, const ExportCharacters& char
     }
     const bool all =
         std::all_of(characters.begin(), characters.end(), [&](const ExportCharacter& listed) { return missing[listed.code]; });
-    return {ranges, all, FontEncodingNote(font, codepage)};
+    return {ranges, all, FontEncodingNote(*fonts.front(), codepage)};
 }
 
 std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing)

@@ -5,8 +5,9 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
-// The listed codes whose character the font has no glyph for.
+// The listed codes whose character has no glyph in its font.
 struct MissingGlyphs {
     std::string ranges; // ascending: "0-31, 127-159"; empty when every code has a glyph
     bool all = false;   // no listed code has one: the export would hold nothing real
@@ -15,8 +16,10 @@ struct MissingGlyphs {
     std::string encodingNote;
 };
 
-// `codepage`: the one the codes are bytes of; null for none.
-MissingGlyphs FindMissingGlyphs(const FTFont& font, const ExportCharacters& characters, const Codepage* codepage);
+// `fonts` are the export's, as ExportCharacter::font indexes them, the main font first;
+// `codepage` the one the codes are bytes of, null for none.
+MissingGlyphs FindMissingGlyphs(const std::vector<FTFont*>& fonts, const ExportCharacters& characters,
+                                const Codepage* codepage);
 
 // The warning for codes without a glyph: "no glyph for 0-31, 127-159; ...". Nothing when
 // every code has one.

@@ -34,9 +34,9 @@ std::string Shown(const std::string& piece)
 
 } // namespace
 
-std::string WhyPieceUnread(const std::string& piece)
+std::string WhyPieceUnread(const std::string& piece, const std::string& option)
 {
-    const std::string quoted = Shown(piece) + " in --chars ";
+    const std::string quoted = Shown(piece) + " in " + option + " ";
     const size_t dash = piece.find('-');
     if (dash == piece.npos)
         return quoted + "is not a number";
@@ -50,19 +50,20 @@ std::string WhyPieceUnread(const std::string& piece)
         return quoted + "is not a range of two numbers";
     if (*first > *last)
         return quoted + "runs backwards";
-    return quoted + "goes above 255"; // too long a range to list at all
+    // Too long a range to list at all.
+    return quoted + (option == "--chars" ? "goes above 255" : "names more codes than Unicode has");
 }
 
-std::vector<std::string> UnreadPieceLines(const std::vector<std::string>& pieces)
+std::vector<std::string> UnreadPieceLines(const std::vector<std::string>& pieces, const std::string& option)
 {
     std::vector<std::string> lines;
     for (size_t i = 0; i < pieces.size() && i < kMaxPieceLines; ++i)
-        lines.push_back(WhyPieceUnread(pieces[i]));
+        lines.push_back(WhyPieceUnread(pieces[i], option));
     if (pieces.size() > kMaxPieceLines)
     {
         const size_t more = pieces.size() - kMaxPieceLines;
         lines.push_back("and " + std::to_string(more) + (more == 1 ? " more piece" : " more pieces") +
-                        " of --chars that cannot be read");
+                        " of " + option + " that cannot be read");
     }
     return lines;
 }

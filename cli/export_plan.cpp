@@ -1,0 +1,99 @@
+#include "cli/export_plan.h"
+
+#include "cli/code_list.h"
+#include "cli/glyph_sets.h"
+#include "cli/unread_pieces.h"
+#include "export/base_name.h"
+#include "export/export_settings.h"
+
+#include <filesystem>
+
+namespace {
+
+constexpr const char* kNoCharactersMessage = "No characters to export !";
+constexpr const char* kInvalidCharsMessage = "Invalid character codes !";
+constexpr const char* kReservedNameMessage = "The name ds_font would replace the firmware's ds_font.h !";
+constexpr const char* kProofReplacesExportMessage = "The proof image would replace an exported file !";
+
+// The generated files include the firmware's own ds_font.h, which an export of that name
+// would replace.
+constexpr const char* kConsumerHeaderName = "ds_font";
+
+// Whether two paths name the same file, links followed as far as they exist.
+bool SameFile(const std::string& a, const std::string& b)
+{
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(a, ignored) == std::filesystem::weakly_canonical(b, ignored);
+}
+
+std::optional<std::string> PlanCharacters(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
+{
+    CharCodeList codes;
+    std::vector<std::string> unreadPieces;
+    auto listMessage = ListCodes(request, codes, unreadPieces, report.context);
+    if (!unreadPieces.empty()) {
+        report.context = UnreadPieceLines(unreadPieces);
+        return kInvalidCharsMessage;
+    }
+    if (listMessage)
+        return listMessage;
+    plan.characters = ListExportCharacters(codes, plan.options.codepage);
+    const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
+    if (auto message = AddGlyphSets(request.glyphSets, codepage, plan.characters, report.context))
+        return message;
+    if (plan.characters.empty())
+        return kNoCharactersMessage;
+    return std::nullopt;
+}
+
+ExportOptions OptionsOf(const ExportRequest& request)
+{
+    ExportOptions options;
+    options.kerning = request.kerning;
+    options.codepage = request.codepage ? &*request.codepage : nullptr;
+    if (request.rotations)
+        options.rotations = *request.rotations;
+    // Beyond the desktop's output, tables compile whatever the signedness of char.
+    if (request.GoesBeyondDesktop())
+        options.prevCharStyle = PrevCharStyle::CharLiteral;
+    return options;
+}
+
+std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
+{
+    OutputLocation output = SplitOutputPath(request.outputPath);
+    SanitizeBaseName(output.baseName);
+    if (output.baseName == kConsumerHeaderName) {
+        report.context.push_back("the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp");
+        return kReservedNameMessage;
+    }
+    plan.baseName = output.baseName;
+    plan.path = output.directory + output.baseName;
+    if (request.proofPath && (SameFile(*request.proofPath, plan.path + ".cpp") || SameFile(*request.proofPath, plan.path + ".h")))
+        return kProofReplacesExportMessage;
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> PlanExport(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
+{
+    if (auto message = ParseFontHeight(request.heightText, plan.height))
+        return message;
+    plan.options = OptionsOf(request);
+    if (auto message = PlanCharacters(request, plan, report))
+        return message;
+    if (request.proofPath) {
+        plan.proofLines.emplace();
+        if (auto message = ReadProofText(request.proofText, plan.characters, *plan.proofLines))
+            return message;
+    }
+    if (auto message = PlanOutput(request, plan, report))
+        return message;
+    plan.fontPaths = {request.fontPath};
+    for (const GlyphSetArgument& set : request.glyphSets)
+        plan.fontPaths.push_back(set.fontPath);
+    plan.firstFallback = plan.fontPaths.size();
+    plan.fontPaths.insert(plan.fontPaths.end(), request.fallbackPaths.begin(), request.fallbackPaths.end());
+    return std::nullopt;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "charset/codepage.h"
+#include "charset/export_characters.h"
+#include "cli/export_request.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// Adds the characters of every --glyphs set to `characters`, set i's with font i + 1, in
+// LIST order, under consecutive bytes from BYTE on or, without "=>BYTE", under their
+// bytes in `codepage`. Returns the message of the first set that cannot be placed, with
+// what it concerns in `context`: a piece of LIST that cannot be read, a byte past 255 or
+// not readable, a character the codepage lacks, a byte that another source gives too.
+std::optional<std::string> AddGlyphSets(const std::vector<GlyphSetArgument>& sets, const Codepage& codepage,
+                                        ExportCharacters& characters, std::vector<std::string>& context);
+
+// Splits "FONT:LIST[=>BYTE]" as typed: FONT is everything before the last ":". Nothing
+// when there is no ":" or either side is empty.
+std::optional<GlyphSetArgument> SplitGlyphSet(const std::string& text);
