@@ -1,5 +1,6 @@
 # veltrane_add_bitmap_font(<target> FONT <file> [NAME <base>] [HEIGHT <h>] [CHARS <text>]
 #                          [ROTATIONS <r>...] [OUTPUT_DIR <dir>] [PROOF <png>]
+#                          [GLYPHS <file>:<list>[=><byte>]...] [FALLBACK <file>...]
 #                          [OPTIONS <exporter arguments>...])
 #
 # Exports the font at build time with veltrane-fontgen-export into <dir>/<base>.cpp and
@@ -19,15 +20,19 @@
 #               default: veltrane_fonts there)
 #   PROOF       also draw a proof image of the exported font, e.g. PROOF banner_font.png
 #               (relative: to <dir>); its text can follow in OPTIONS --proof-text <text>
+#   GLYPHS      characters from other fonts, each <file>:<list>[=><byte>] as --glyphs takes
+#               it, e.g. GLYPHS fonts/fontawesome-webfont.ttf:0xF240-0xF244=>0x80 (<file>
+#               relative: to the current source directory)
+#   FALLBACK    fonts to take a character from that FONT has no glyph for, in order
 #   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251
 #
-# The export runs again when the font or the exporter changes. The exporter leaves files
+# The export runs again when a font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
 function(veltrane_add_bitmap_font target)
   set(flags)
   set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF)
-  set(multi_values ROTATIONS OPTIONS)
+  set(multi_values ROTATIONS GLYPHS FALLBACK OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
   if(arg_UNPARSED_ARGUMENTS)
@@ -35,7 +40,8 @@ function(veltrane_add_bitmap_font target)
     message(FATAL_ERROR "${fn}: unknown arguments: ${unknown}")
   endif()
   foreach(keyword IN LISTS arg_KEYWORDS_MISSING_VALUES)
-    if(NOT keyword STREQUAL "OPTIONS")
+    # An empty ROTATIONS would write no font at all.
+    if(NOT keyword IN_LIST multi_values OR keyword STREQUAL "ROTATIONS")
       message(FATAL_ERROR "${fn}: ${keyword} needs a value")
     endif()
   endforeach()
@@ -83,6 +89,21 @@ function(veltrane_add_bitmap_font target)
     list(JOIN arg_ROTATIONS "," rotations)
     list(APPEND exporter_args --rotations "${rotations}")
   endif()
+  # Every font the export reads is a dependency, so that touching an icon font exports again.
+  set(fonts "${font}")
+  foreach(set IN LISTS arg_GLYPHS)
+    if(NOT set MATCHES "^(.+):([^:]+)$")
+      message(FATAL_ERROR "${fn}: GLYPHS \"${set}\" is not <file>:<list>[=><byte>]")
+    endif()
+    get_filename_component(glyph_font "${CMAKE_MATCH_1}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+    list(APPEND fonts "${glyph_font}")
+    list(APPEND exporter_args --glyphs "${glyph_font}:${CMAKE_MATCH_2}")
+  endforeach()
+  foreach(fallback IN LISTS arg_FALLBACK)
+    get_filename_component(fallback "${fallback}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+    list(APPEND fonts "${fallback}")
+    list(APPEND exporter_args --fallback "${fallback}")
+  endforeach()
   set(proof)
   if(DEFINED arg_PROOF)
     get_filename_component(proof "${arg_PROOF}" ABSOLUTE BASE_DIR "${dir}")
@@ -108,7 +129,7 @@ function(veltrane_add_bitmap_font target)
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${dir}"
     COMMAND VeltraneFontGen::veltrane-fontgen-export ${exporter_args} "${font}" "${dir}/${name}.cpp"
     COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
-    DEPENDS "${font}" VeltraneFontGen::veltrane-fontgen-export
+    DEPENDS ${fonts} VeltraneFontGen::veltrane-fontgen-export
     COMMENT "Exporting bitmap font ${name} from ${arg_FONT}"
     VERBATIM)
   target_sources("${target}" PRIVATE "${dir}/${name}.cpp" "${dir}/${name}.h" "${stamp}")

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Regenerates the tests' own TrueType fonts: tests/fonts/veltrane-test.ttf and one without GPOS.
+"""Regenerates the tests' own TrueType fonts: tests/fonts/veltrane-test.ttf, one without GPOS,
+and veltrane-test-icons.ttf, a second font to merge into exports of the first (see ICON_GLYPHS).
 
 Needs Debian's python3-fonttools (fontTools.fontBuilder); `make test-font` installs it
 when missing and runs this script. The .ttf is committed, so the build never runs it.
@@ -101,6 +102,21 @@ KERN_PAIRS = {
     ("eacute", "V"): -128,
 }
 
+# The second font: two icons in the private use area that kern with each other, a "B" the
+# first font lacks (a fallback finds it there) and an "A" unlike the first font's, which kerns
+# with that "B": a merged export must take neither that "A" nor that pair.
+ICON_GLYPHS = {
+    ".notdef": (None, 8, [(1, 0, 7, 10, False), (2, 1, 6, 9, True)]),
+    "battery": (0xE000, 8, [(0, 0, 7, 4, False), (7, 1, 8, 3, False)]),  # body and terminal
+    "bell": (0xE001, 6, [(1, 0, 5, 6, False)]),
+    "A": (0x41, 4, [(0, 0, 4, 2, False)]),
+    "B": (0x42, 6, [(1, 0, 3, 8, False)]),
+}
+ICON_KERN_PAIRS = {
+    ("battery", "bell"): -64,
+    ("A", "B"): -128,
+}
+
 GPOS_KERN = """feature kern { pos A V' <-64 0 0 0 <device 16 -2> <device NULL> <device NULL> <device NULL>>;
 pos T A -192; pos V eacute -9000; pos period A 9000; pos period T -64; pos j <-64 0 -128 0>; pos T <64 0 0 0>; } kern;
 feature dist { pos T period 64; pos j <64 0 0 0>; } dist; feature liga { sub T A by V; } liga;
@@ -120,19 +136,19 @@ def draw_rectangles(rects):
     return pen.glyph()
 
 
-def build_font():
-    names = list(GLYPHS)
+def build_font(glyphs=GLYPHS, kern_pairs=KERN_PAIRS, family="Veltrane Test"):
+    names = list(glyphs)
     fb = FontBuilder(UNITS_PER_EM, isTTF=True)
     fb.setupGlyphOrder(names)
-    fb.setupCharacterMap({code: name for name, (code, _, _) in GLYPHS.items() if code is not None})
-    fb.setupGlyf({name: draw_rectangles(rects) for name, (_, _, rects) in GLYPHS.items()})
+    fb.setupCharacterMap({code: name for name, (code, _, _) in glyphs.items() if code is not None})
+    fb.setupGlyf({name: draw_rectangles(rects) for name, (_, _, rects) in glyphs.items()})
     metrics = {}
-    for name, (_, advance, rects) in GLYPHS.items():
+    for name, (_, advance, rects) in glyphs.items():
         left = min((r[0] for r in rects), default=0) * PX
         metrics[name] = (advance * PX, left)
     fb.setupHorizontalMetrics(metrics)
     fb.setupHorizontalHeader(ascent=ASCENDER, descent=DESCENDER, lineGap=LINE_GAP)
-    fb.setupNameTable({"familyName": "Veltrane Test", "styleName": "Regular"})
+    fb.setupNameTable({"familyName": family, "styleName": "Regular"})
     fb.setupOS2(sTypoAscender=ASCENDER, sTypoDescender=DESCENDER, sTypoLineGap=LINE_GAP,
                 usWinAscent=ASCENDER, usWinDescent=-DESCENDER)
     fb.setupPost()
@@ -147,7 +163,7 @@ def build_font():
     table.version = 0
     table.format = 0
     table.coverage = 1  # horizontal kerning
-    table.kernTable = dict(KERN_PAIRS)
+    table.kernTable = dict(kern_pairs)
     kern.kernTables = [table]
     fb.font["kern"] = kern
     return fb.font
@@ -159,6 +175,7 @@ def main():
     font.save(str(folder / "veltrane-test-legacy-kern.ttf"))
     addOpenTypeFeaturesFromString(font, GPOS_KERN)
     font.save(str(folder / "veltrane-test.ttf"))
+    build_font(ICON_GLYPHS, ICON_KERN_PAIRS, "Veltrane Test Icons").save(str(folder / "veltrane-test-icons.ttf"))
 
 
 if __name__ == "__main__":

@@ -1,5 +1,7 @@
-// Exits 0 when the quoted text's characters, and only they, were exported.
+// Exits 0 when the quoted text's characters, and only they, were exported, and the merged
+// font holds its icon and its fallback character.
 #include <My_Font_2.h>
+#include <merged.h>
 #include <quoted.h>
 
 #include <string_view>
@@ -12,5 +14,6 @@ int main()
         if ((font_quoted_0.chars[code] != nullptr) != listed)
             return 1;
     }
-    return font_My_Font_2_0.chars['A'] != nullptr && font_My_Font_2_180.chars['A'] != nullptr ? 0 : 1;
+    const bool merged = font_merged_0.chars[0x80] != nullptr && font_merged_0.chars['B'] != nullptr;
+    return merged && font_My_Font_2_0.chars['A'] != nullptr && font_My_Font_2_180.chars['A'] != nullptr ? 0 : 1;
 }
