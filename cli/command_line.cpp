@@ -3,6 +3,7 @@
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
 #include "cli/glyph_sets.h"
+#include "cli/rotation_list.h"
 #include "cli/unknown_option.h"
 #include "app/app_version.h"
 
@@ -154,14 +155,26 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                    "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1 (default 0)")
         ->type_name("N")
         ->check(CLI::Range(0L, 65535L).description(""));
+    app.add_option_function<std::string>(
+           "--rotations",
+           [&request](const std::string& text) {
+               RotationList rotations;
+               if (auto why = ReadRotationList(text, rotations))
+                   throw CLI::ValidationError("--rotations", *why);
+               request.rotations = std::move(rotations);
+           },
+           "The rotations whose pixel arrays, character records and font records are written:\n"
+           "any of 0, 90, 180 and 270, comma-separated, each once, e.g. --rotations 0 for a display\n"
+           "of one orientation (default all four; a proof shows them in the order given)")
+        ->type_name("LIST");
     app.add_flag("--stats", request.stats,
                  "After the export, print a table of what was written on standard output: characters,\n"
                  "pixel bytes, kerning pairs and the sizes of the two files");
     CLI::Option* proof =
         app.add_option("--proof", request.proofPath,
                        "Also writes this 8-bit greyscale PNG: the proof text drawn from the exported data as\n"
-                       "the firmware draws it, in rotations 0, 90, 180 and 270 side by side, e.g.\n"
-                       "--proof out/proof.png")
+                       "the firmware draws it, in rotations 0, 90, 180 and 270 (those of --rotations) side\n"
+                       "by side, e.g. --proof out/proof.png")
             ->type_name("FILE.png");
     app.add_option("--proof-text", request.proofText,
                    "With --proof, the proof's UTF-8 text, a line feed starting a new line; every\n"

@@ -41,7 +41,8 @@ std::optional<std::string> WriteExportFiles(const std::vector<FTFont*>& fonts, c
         return fail(*failed, kWriteFailedMessage);
     if (proofFile) {
         errno = 0; // libpng keeps no errno of its own
-        if (auto message = WriteProofImage(proofFile->Stream(), proof->font, proof->lines, proof->exportHeight)) {
+        if (auto message = WriteProofImage(proofFile->Stream(), proof->font, proof->lines, proof->exportHeight,
+                                           options.rotations)) {
             if (*message == kProofWriteFailedMessage)
                 why = Described({"cannot write", proofFile->Target(), errno});
             return message;

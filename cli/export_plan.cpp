@@ -51,6 +51,8 @@ ExportOptions OptionsOf(const ExportRequest& request)
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
+    if (request.rotations)
+        options.rotations = *request.rotations;
     // Beyond the desktop's output, tables compile whatever the signedness of char.
     if (request.GoesBeyondDesktop())
         options.prevCharStyle = PrevCharStyle::CharLiteral;

@@ -41,11 +41,13 @@ struct ExportRequest {
     // character the font has no glyph for, the first fallback font that has one.
     std::vector<GlyphSetArgument> glyphSets;
     std::vector<std::string> fallbackPaths;
+    // The rotations to write, in the order given (the proof's); absent: all four.
+    std::optional<RotationList> rotations;
 
     // Whether any option changes the files from what the desktop program writes.
     bool GoesBeyondDesktop() const
     {
         return sampleText || codepage || faceIndex != 0 || kerningGiven || !glyphSets.empty() ||
-               !fallbackPaths.empty();
+               !fallbackPaths.empty() || rotations;
     }
 };

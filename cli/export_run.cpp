@@ -13,7 +13,7 @@ namespace {
 std::optional<std::string> WriteExport(const ExportRequest& request, const ExportPlan& plan, const ExportFonts& fonts,
                                        CharacterInProgress& inProgress, ExportReport& report)
 {
-    ExportStats stats(plan.fontPaths);
+    ExportStats stats(plan.fontPaths, plan.options.rotations);
     WrittenFont written;
     ExportListeners listeners = {&inProgress, &stats};
     std::optional<ProofOutput> proof;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "export/export_listener.h"
+#include "export/rotations.h"
 
 #include <sys/types.h>
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Counts what the source file gets, for the table --stats prints after a success.
@@ -13,19 +15,24 @@ class ExportStats : public ExportListener
 {
 public:
     // The export's fonts, as WrittenCharacter::font indexes them: with more than one, the
-    // table tells how many glyphs each gave.
-    explicit ExportStats(std::vector<std::string> fontPaths) : fontPaths(std::move(fontPaths)), glyphsOf(this->fontPaths.size()) {}
+    // table tells how many glyphs each gave. The rotations written, when not all four, too.
+    explicit ExportStats(std::vector<std::string> fontPaths, RotationList rotations = AllRotations())
+        : fontPaths(std::move(fontPaths)), glyphsOf(this->fontPaths.size()), rotations(std::move(rotations))
+    {
+    }
 
     void CharacterWritten(const WrittenCharacter& written) override;
 
-    // The table: characters, pixel bytes per rotation and in all, kerning pairs and the
-    // bytes of their tables, and the size of each file (-1: not known).
+    // The table: characters, the rotations written when not all four, pixel bytes per
+    // rotation and in all, kerning pairs and the bytes of their tables, and the size of
+    // each file (-1: not known).
     std::string Table(const std::string& sourceName, off_t sourceSize, const std::string& headerName,
                       off_t headerSize) const;
 
 private:
     std::vector<std::string> fontPaths;
     std::vector<uint64_t> glyphsOf; // per font
+    RotationList rotations;
     uint64_t characters = 0;
     uint64_t pixelBytesPerRotation = 0;
     uint64_t kerningPairs = 0;

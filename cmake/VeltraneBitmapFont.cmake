@@ -1,11 +1,12 @@
 # veltrane_add_bitmap_font(<target> FONT <file> [NAME <base>] [HEIGHT <h>] [CHARS <text>]
-#                          [OUTPUT_DIR <dir>] [PROOF <png>] [GLYPHS <file>:<list>[=><byte>]...]
-#                          [FALLBACK <file>...] [OPTIONS <exporter arguments>...])
+#                          [ROTATIONS <r>...] [OUTPUT_DIR <dir>] [PROOF <png>]
+#                          [GLYPHS <file>:<list>[=><byte>]...] [FALLBACK <file>...]
+#                          [OPTIONS <exporter arguments>...])
 #
 # Exports the font at build time with veltrane-fontgen-export into <dir>/<base>.cpp and
 # <dir>/<base>.h, adds the source to <target> and <dir> to its include directories, so
-# that its code can `#include <base.h>` and use font_<base>_0 .. font_<base>_270. The
-# firmware provides ds_font.h itself, on <target>'s include path.
+# that its code can `#include <base.h>` and use font_<base>_0 .. font_<base>_270 (those of
+# ROTATIONS). The firmware provides ds_font.h itself, on <target>'s include path.
 #
 #   FONT        the font file (relative: to the current source directory)
 #   NAME        the base name, letters, digits and "_" (default: the font's file name
@@ -13,6 +14,8 @@
 #   HEIGHT      pixel height (exporter default 16)
 #   CHARS       character codes, e.g. 32-126,0xB0 (exporter default 32-126); separate
 #               items with commas, as a ";" would split the CMake argument
+#   ROTATIONS   only these of 0, 90, 180 and 270, e.g. ROTATIONS 0 for a display of one
+#               orientation, or ROTATIONS 0 180 (exporter default: all four)
 #   OUTPUT_DIR  where the pair goes (relative: to the current binary directory;
 #               default: veltrane_fonts there)
 #   PROOF       also draw a proof image of the exported font, e.g. PROOF banner_font.png
@@ -29,7 +32,7 @@
 function(veltrane_add_bitmap_font target)
   set(flags)
   set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF)
-  set(multi_values GLYPHS FALLBACK OPTIONS)
+  set(multi_values ROTATIONS GLYPHS FALLBACK OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
   if(arg_UNPARSED_ARGUMENTS)
@@ -37,7 +40,8 @@ function(veltrane_add_bitmap_font target)
     message(FATAL_ERROR "${fn}: unknown arguments: ${unknown}")
   endif()
   foreach(keyword IN LISTS arg_KEYWORDS_MISSING_VALUES)
-    if(NOT keyword IN_LIST multi_values)
+    # An empty ROTATIONS would write no font at all.
+    if(NOT keyword IN_LIST multi_values OR keyword STREQUAL "ROTATIONS")
       message(FATAL_ERROR "${fn}: ${keyword} needs a value")
     endif()
   endforeach()
@@ -80,6 +84,10 @@ function(veltrane_add_bitmap_font target)
   endif()
   if(DEFINED arg_CHARS)
     list(APPEND exporter_args --chars "${arg_CHARS}")
+  endif()
+  if(DEFINED arg_ROTATIONS)
+    list(JOIN arg_ROTATIONS "," rotations)
+    list(APPEND exporter_args --rotations "${rotations}")
   endif()
   # Every font the export reads is a dependency, so that touching an icon font exports again.
   set(fonts "${font}")

@@ -2,10 +2,13 @@
 
 #include "export/rotations.h"
 
-void WriteCharRecords(OutputWriter& out, unsigned int code, const FTGlyph& glyph, bool hasKerning)
+void WriteCharRecords(OutputWriter& out, unsigned int code, const FTGlyph& glyph, bool hasKerning,
+                      const RotationList& rotations)
 {
     const bool hasPixels = glyph.bitmap->buffer != nullptr;
     for (unsigned rotation : kRotations) {
+        if (!HasRotation(rotations, rotation))
+            continue;
         out.Write("static const ds_bitmap_font_char_t char_");
         out.WriteUnsigned(code);
         out.WriteChar('_');

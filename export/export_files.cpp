@@ -36,7 +36,7 @@ OutputFile* ExportFiles::WriteFont(const std::vector<FTFont*>& fonts, const std:
         return &header;
     {
         OutputWriter out(header);
-        WriteFontHeader(out, baseName);
+        WriteFontHeader(out, baseName, options.rotations);
         out.Flush();
     }
     return header.Close() ? nullptr : &header;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "export/rotations.h"
+
 class Codepage;
 
 // Where the kerning tables come from.
@@ -26,4 +28,6 @@ struct ExportOptions
     // The 8-bit codepage the listed codes are bytes of; null: every code is its own
     // Unicode character. Every listed code must have a character in it.
     const Codepage* codepage = nullptr;
+    // The rotations whose pixel arrays, character records and font records are written.
+    RotationList rotations = AllRotations();
 };

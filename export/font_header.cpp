@@ -4,7 +4,7 @@
 
 #include <cctype>
 
-void WriteFontHeader(OutputWriter& out, const std::string& baseName)
+void WriteFontHeader(OutputWriter& out, const std::string& baseName, const RotationList& rotations)
 {
     std::string guard = baseName;
     for (char& c : guard)
@@ -16,6 +16,8 @@ void WriteFontHeader(OutputWriter& out, const std::string& baseName)
     out.Write(guard);
     out.Write("_H\n\n#include <ds_font.h>\n");
     for (unsigned rotation : kRotations) {
+        if (!HasRotation(rotations, rotation))
+            continue;
         out.Write("\nextern const ds_bitmap_font_t font_");
         out.Write(baseName);
         out.WriteChar('_');

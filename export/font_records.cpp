@@ -16,9 +16,11 @@ FontRecordMetrics ToRecordMetrics(const LineMetrics& metrics)
 }
 
 void WriteFontRecords(OutputWriter& out, const std::string& baseName, const FontRecordMetrics& metrics,
-                      const CharTable& written)
+                      const CharTable& written, const RotationList& rotations)
 {
     for (unsigned rotation : kRotations) {
+        if (!HasRotation(rotations, rotation))
+            continue;
         out.Write("\n\nconst ds_bitmap_font_t font_");
         out.Write(baseName);
         out.WriteChar('_');

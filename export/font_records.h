@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/output_writer.h"
+#include "export/rotations.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -34,7 +35,7 @@ LineMetrics CurrentLineMetrics(FT_Face face);
 // the flooring shift used for glyph values.
 FontRecordMetrics ToRecordMetrics(const LineMetrics& metrics);
 
-// Writes the four font records font_N_0 .. font_N_270, each with its chars table of all
-// 256 codes in code order.
+// Writes the font records font_N_0 .. font_N_270 that `rotations` names, in kRotations
+// order, each with its chars table of all 256 codes in code order.
 void WriteFontRecords(OutputWriter& out, const std::string& baseName, const FontRecordMetrics& metrics,
-                      const CharTable& written);
+                      const CharTable& written, const RotationList& rotations = AllRotations());

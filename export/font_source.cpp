@@ -36,15 +36,15 @@ void WriteFontSource(OutputWriter& out, const std::vector<FTFont*>& fonts, const
         if (!pairs.empty())
             WriteKerningTables(out, code, pairs, options.prevCharStyle);
         if (glyph.bitmap->buffer != nullptr)
-            WritePixelArrays(out, code, *glyph.bitmap);
-        WriteCharRecords(out, code, glyph, !pairs.empty());
+            WritePixelArrays(out, code, *glyph.bitmap, options.rotations);
+        WriteCharRecords(out, code, glyph, !pairs.empty(), options.rotations);
         const WrittenCharacter written{code, character, font, glyph, pairs};
         for (ExportListener* listener : listeners)
             listener->CharacterWritten(written);
     }
 
     const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(fonts.front()->Face()));
-    WriteFontRecords(out, baseName, metrics, table);
+    WriteFontRecords(out, baseName, metrics, table, options.rotations);
     for (ExportListener* listener : listeners)
         listener->FontRecordsWritten(metrics);
 }

@@ -10,7 +10,8 @@
 
 // Writes the bitmap font source of `characters` to `out`: the include of the header
 // `baseName`.h, one section per character (kerning tables when it has pairs, pixel arrays
-// when its glyph has pixels, four character records), then the four font records.
+// when its glyph has pixels, character records), then the font records; the arrays and
+// records of the rotations `options` chooses.
 // The face must be set to the export size and `baseName` sanitized.
 // Throws FTException when a glyph cannot be rendered; `out` then holds the sections of
 // the characters before it.

@@ -86,8 +86,10 @@ void TurnGlyph(const FT_Bitmap& bitmap, TurnedImages& images)
         Turn(bitmap.buffer, traversals[i], images[i]);
 }
 
-void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap)
+void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap, const RotationList& rotations)
 {
-    for (const Traversal& t : TraversalsOf(bitmap))
-        WriteArray(out, code, bitmap.buffer, t);
+    for (const Traversal& t : TraversalsOf(bitmap)) {
+        if (HasRotation(rotations, t.rotation))
+            WriteArray(out, code, bitmap.buffer, t);
+    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/output_writer.h"
+#include "export/rotations.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -25,7 +26,8 @@ using TurnedImages = std::array<TurnedImage, 4>;
 // buffer, one byte per pixel and a positive pitch; bytes past `width` in a row are never read.
 void TurnGlyph(const FT_Bitmap& bitmap, TurnedImages& images);
 
-// Writes the four images as char_C_pixels_0, _90, _180 and _270: one text line per line
-// of the image, each value as "0xAB, ". They are read straight from the glyph's buffer,
-// as TurnGlyph reads them; nothing is copied.
-void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap);
+// Writes the images of `rotations`, in kRotations order, as char_C_pixels_0, _90, _180 and
+// _270: one text line per line of the image, each value as "0xAB, ". They are read straight
+// from the glyph's buffer, as TurnGlyph reads them; nothing is copied.
+void WritePixelArrays(OutputWriter& out, unsigned int code, const FT_Bitmap& bitmap,
+                      const RotationList& rotations = AllRotations());

@@ -4,9 +4,9 @@
 #include "proof/proof_picture.h"
 
 std::optional<std::string> WriteProofImage(FILE* file, const WrittenFont& font, const ProofLines& lines,
-                                           unsigned exportHeight)
+                                           unsigned exportHeight, const RotationList& rotations)
 {
-    const ProofLayout layout = LayOutProof(font, lines, exportHeight);
+    const ProofLayout layout = LayOutProof(font, lines, exportHeight, rotations);
     const int64_t width = layout.PictureWidth(), height = layout.PictureHeight();
     if (width > kProofMaxSide || height > kProofMaxSide || width * height > kProofMaxPixels)
         return "The proof image would be " + std::to_string(width) + " x " + std::to_string(height) +

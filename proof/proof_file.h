@@ -15,8 +15,8 @@ inline constexpr const char* kProofWriteFailedMessage = "Error writing the proof
 inline constexpr int64_t kProofMaxSide = 1000000;
 inline constexpr int64_t kProofMaxPixels = int64_t{1} << 28;
 
-// Draws the proof of `lines` from what an export at `exportHeight` pixels wrote and writes
-// it to `file` as a PNG. Returns the message when the picture would be too large (nothing
+// Draws the proof of `lines` from what an export at `exportHeight` pixels wrote, a panel
+// for each of `rotations` left to right, and writes it to `file` as a PNG. Returns the message when the picture would be too large (nothing
 // is then written) or libpng fails; nothing otherwise. The caller closes the file.
 std::optional<std::string> WriteProofImage(FILE* file, const WrittenFont& font, const ProofLines& lines,
-                                           unsigned exportHeight);
+                                           unsigned exportHeight, const RotationList& rotations = AllRotations());

@@ -1,6 +1,7 @@
 #include "proof/proof_picture.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -87,11 +88,35 @@ void DrawPanel(const Canvas& canvas, const WrittenFont& font, const ProofLines& 
     });
 }
 
+// A panel's width and height on the picture: panel 0's, turned for 90 and 270.
+std::pair<int64_t, int64_t> PanelSize(const ProofLayout& layout, unsigned turn)
+{
+    return turn % 2 ? std::pair(layout.panelHeight, layout.panelWidth) : std::pair(layout.panelWidth, layout.panelHeight);
+}
+
 } // namespace
 
-ProofLayout LayOutProof(const WrittenFont& font, const ProofLines& lines, unsigned exportHeight)
+int64_t ProofLayout::PictureWidth() const
+{
+    int64_t width = 0;
+    for (unsigned rotation : rotations)
+        width += PanelSize(*this, rotation / 90 % 4).first + margin;
+    return std::max<int64_t>(0, width - margin);
+}
+
+int64_t ProofLayout::PictureHeight() const
+{
+    int64_t height = 0;
+    for (unsigned rotation : rotations)
+        height = std::max(height, PanelSize(*this, rotation / 90 % 4).second);
+    return height;
+}
+
+ProofLayout LayOutProof(const WrittenFont& font, const ProofLines& lines, unsigned exportHeight,
+                        const RotationList& rotations)
 {
     ProofLayout layout;
+    layout.rotations = rotations;
     layout.margin = exportHeight;
     const int64_t widest = WalkText(font, lines, layout.margin, [](const WrittenGlyph&, int64_t, int64_t) {});
     layout.panelWidth = 2 * layout.margin + widest;
@@ -106,9 +131,10 @@ GreyImage DrawProofPanel(const WrittenFont& font, const ProofLines& lines, const
                          unsigned rotation)
 {
     const unsigned turn = rotation / 90 % 4;
+    const auto [width, height] = PanelSize(layout, turn);
     GreyImage panel;
-    panel.width = static_cast<unsigned>(turn % 2 ? layout.panelHeight : layout.panelWidth);
-    panel.height = static_cast<unsigned>(turn % 2 ? layout.panelWidth : layout.panelHeight);
+    panel.width = static_cast<unsigned>(width);
+    panel.height = static_cast<unsigned>(height);
     panel.pixels.resize(size_t{panel.width} * panel.height);
     DrawPanel(Canvas{panel.pixels.data(), panel.width, panel.width, panel.height}, font, lines, layout, turn);
     return panel;
@@ -121,9 +147,9 @@ GreyImage DrawProof(const WrittenFont& font, const ProofLines& lines, const Proo
     picture.height = static_cast<unsigned>(layout.PictureHeight());
     picture.pixels.assign(size_t{picture.width} * picture.height, 0xE0);
     int64_t left = 0;
-    for (unsigned turn = 0; turn < 4; ++turn) {
-        const int64_t width = turn % 2 ? layout.panelHeight : layout.panelWidth;
-        const int64_t height = turn % 2 ? layout.panelWidth : layout.panelHeight;
+    for (unsigned rotation : layout.rotations) {
+        const unsigned turn = rotation / 90 % 4;
+        const auto [width, height] = PanelSize(layout, turn);
         DrawPanel(Canvas{picture.pixels.data() + left, picture.width, width, height}, font, lines, layout, turn);
         left += width + layout.margin;
     }

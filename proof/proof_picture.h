@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/rotations.h"
 #include "proof/grey_image.h"
 #include "proof/proof_text.h"
 #include "proof/written_font.h"
@@ -15,13 +16,16 @@ struct ProofLayout
     int64_t margin = 0;
     int64_t panelWidth = 0;  // of panel 0: 2m + the largest line advance
     int64_t panelHeight = 0; // of panel 0: 2m + lines * line height
+    RotationList rotations = AllRotations(); // the panels of the picture, left to right
 
-    // The four panels side by side in the order 0, 90, 180, 270, m columns apart.
-    int64_t PictureWidth() const { return 2 * (panelWidth + panelHeight) + 3 * margin; }
-    int64_t PictureHeight() const { return panelWidth > panelHeight ? panelWidth : panelHeight; }
+    // The panels of `rotations` side by side in its order, m columns apart.
+    int64_t PictureWidth() const;
+    int64_t PictureHeight() const;
 };
 
-ProofLayout LayOutProof(const WrittenFont& font, const ProofLines& lines, unsigned exportHeight);
+// The layout of a proof whose picture shows the panels of `rotations`, in that order.
+ProofLayout LayOutProof(const WrittenFont& font, const ProofLines& lines, unsigned exportHeight,
+                        const RotationList& rotations = AllRotations());
 
 // One panel on its own: white (255), each glyph pixel 255 - coverage, the darker value
 // where glyphs overlap, drawn from the rotation's own pixel arrays with every position
@@ -29,5 +33,5 @@ ProofLayout LayOutProof(const WrittenFont& font, const ProofLines& lines, unsign
 GreyImage DrawProofPanel(const WrittenFont& font, const ProofLines& lines, const ProofLayout& layout,
                          unsigned rotation);
 
-// The whole proof: the four panels top-aligned on light grey (0xE0), so that their edges show.
+// The whole proof: the layout's panels top-aligned on light grey (0xE0), so that their edges show.
 GreyImage DrawProof(const WrittenFont& font, const ProofLines& lines, const ProofLayout& layout);

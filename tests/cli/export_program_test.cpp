@@ -210,6 +210,8 @@ TEST(ExportProgram, Faults)
         {{}, {"--face", "-1", "FONT", "@Font.cpp"}, 2, "--face"},
         {{}, {"--proof-text", "A", "FONT", "@Font.cpp"}, 2, "--proof-text requires --proof"},
         {{}, {"--kerning", "gsub", "FONT", "@Font.cpp"}, 2, "--kerning: \"gsub\" is not legacy, gpos, auto or none"},
+        {{}, {"--rotations", "0, 45", "FONT", "@Font.cpp"}, 2, "--rotations: \"45\" is not 0, 90, 180 or 270"},
+        {{}, {"--rotations", "90,0,90", "FONT", "@Font.cpp"}, 2, "--rotations: 90 is given twice"},
         // Why a failure happened: the font file, the place to write, the --chars pieces, the glyphs; kerning left in GPOS.
         {{"e.ttf=0"}, {"@e.ttf", "@Font.cpp"}, 1, load + kNote + "\"@e.ttf" + notFont, "", {"e.ttf"}},
         {{}, {VELTRANE_EXPECTED_DIR "/golden_font.png", "@Font.cpp"}, 1, load + kNote + "\"" VELTRANE_EXPECTED_DIR "/golden_font.png" + notFont},

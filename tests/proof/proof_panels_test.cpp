@@ -27,6 +27,16 @@ GreyImage Turned(const GreyImage& image, unsigned rotation)
     return turned;
 }
 
+// The part of `image` from column `left`, `width` wide and `height` high.
+GreyImage Cut(const GreyImage& image, unsigned left, unsigned width, unsigned height)
+{
+    GreyImage part{width, height, {}};
+    for (unsigned y = 0; y < height; ++y)
+        part.pixels.insert(part.pixels.end(), image.pixels.begin() + y * image.width + left,
+                           image.pixels.begin() + y * image.width + left + width);
+    return part;
+}
+
 TEST(ProofPanels, EachIsPanelZeroTurned)
 {
     const struct { std::string font; unsigned height; std::string text; } rows[] = {
@@ -54,6 +64,12 @@ TEST(ProofPanels, EachIsPanelZeroTurned)
         const GreyImage zero = DrawProofPanel(written, lines, layout, 0);
         for (unsigned rotation : {90u, 180u, 270u})
             EXPECT_TRUE(DrawProofPanel(written, lines, layout, rotation) == Turned(zero, rotation)) << rotation;
+        // A picture of chosen rotations shows their panels in the order chosen, the margin apart.
+        const GreyImage picture = DrawProof(written, lines, LayOutProof(written, lines, row.height, {90, 0}));
+        const GreyImage ninety = Turned(zero, 90);
+        EXPECT_EQ(picture.width, ninety.width + row.height + zero.width);
+        EXPECT_TRUE(Cut(picture, 0, ninety.width, ninety.height) == ninety);
+        EXPECT_TRUE(Cut(picture, ninety.width + row.height, zero.width, zero.height) == zero);
     }
 }
 

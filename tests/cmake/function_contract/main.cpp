@@ -15,5 +15,5 @@ int main()
             return 1;
     }
     const bool merged = font_merged_0.chars[0x80] != nullptr && font_merged_0.chars['B'] != nullptr;
-    return merged && font_My_Font_2_0.chars['A'] != nullptr ? 0 : 1;
+    return merged && font_My_Font_2_0.chars['A'] != nullptr && font_My_Font_2_180.chars['A'] != nullptr ? 0 : 1;
 }
