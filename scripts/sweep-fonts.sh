@@ -3,7 +3,9 @@
 # /usr/share/fonts) at a few heights and with several option sets, and reports what no user
 # should ever see: a crash, a hang, a failure without a message, or a failure whose first
 # line is not one of the exporter's messages. Not part of `make test`: it takes minutes.
-# Usage: scripts/sweep-fonts.sh EXPORTER [DIR...]   (EXTRA_ARGS="--mono" adds options)
+# Usage: scripts/sweep-fonts.sh EXPORTER [DIR...]
+#   EXTRA_ARGS="--mono" adds options to every run; HEIGHTS="16" and ONE_SET=1 (only the
+#   plain option set) make a quicker sweep.
 set -uo pipefail
 
 exporter=$(realpath "$1")
@@ -18,7 +20,8 @@ option_sets=(
   "--codepage CP1251 --kerning gpos --text Привет,_мир!_Ёж"
   "--codepage KOI8-R --chars 32-255 --proof $work/proof.png"
 )
-heights=(8 16 33)
+heights=(${HEIGHTS:-8 16 33})
+[[ -n "${ONE_SET:-}" ]] && option_sets=("")
 
 run_one() {
   local font=$1 height=$2 options=$3 out
