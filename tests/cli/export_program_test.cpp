@@ -26,9 +26,8 @@ const std::string kRunHelp = "Run 'veltrane-fontgen-export --help' for the optio
 const std::string kWriteFailed = "Error writing file !\n", kProofFailed = "Error writing the proof image !\n";
 const std::string kLoadFailed = "cannot load font file\n" + kNote,
                   kNotAFont = "\" is not a font file FreeType can read\n";
-const std::string kSizeRange = "Font size must be in between 6 and 256 !\n";
-const std::string kNoSpace = ": No space left on device\n",
-                  kGone = "cannot write in \"gone/\": No such file or directory\n";
+const std::string kSizeRange = "Font size must be in between 6 and 256 !\n", kNoSpace = ": No space left on device\n";
+const std::string kGone = "cannot write in \"gone/\": No such file or directory\n";
 const std::string kShape = "they are exported as the font's missing-glyph shape\n";
 const std::set<std::string> kPair = {"Font.cpp", "Font.h"};
 
@@ -52,12 +51,6 @@ std::string TwoFaceCollection()
         font.Put16(record + 8, uint16_t(at >> 16)), font.Put16(record + 10, uint16_t(at));
     }
     return std::string("ttcf\0\1\0\0\0\0\0\2\0\0\0\x14\0\0\0\x14", 20) + font.bytes;
-}
-
-// The test font's first `size` bytes.
-std::string TestFontCut(size_t size)
-{
-    return ReadFile(kTestFont).substr(0, size);
 }
 
 // The exporter run as a user runs it: as root, without the power to override permissions.
@@ -86,63 +79,6 @@ std::map<std::string, std::pair<std::string, fs::file_time_type>> Snapshot(const
         if (fs::is_regular_file(dir / name))
             files[name] = {ReadFile(dir / name), fs::last_write_time(dir / name)};
     return files;
-}
-
-// The committed exports are the reviewed output. `make regen-expected` runs this test with
-// VELTRANE_REGEN_EXPECTED set, which rewrites them instead; review their diff.
-TEST(ExportProgram, GoldenExports)
-{
-    const std::string chars = "32,65,86,84,46,106,233,66,65"; // every glyph of the test font, and a repeat
-    const struct
-    {
-        std::string name;
-        std::vector<std::string> args; // the proof, if any, is written as NAME.png
-    } rows[] = {
-        // A blank glyph, kerned pairs both ways and a positive kerning, ink left of the pen and
-        // below the baseline, an 8-bit code whose kerning the char tables cannot reach, a code
-        // the font lacks; its proof.
-        {"golden_font",
-         {"--chars", chars, "--proof", "golden_font.png", "--proof-text", "AVAT. Tj\nVA.é B", kTestFont}},
-        // The GPOS pairs, eacute's too; auto takes them, or the legacy table from a font without GPOS.
-        {"gpos_font", {"--kerning", "gpos", "--chars", chars, kTestFont}},
-        {"gpos_font", {"--kerning", "auto", "--chars", chars, kTestFont}},
-        {"golden_font", {"--kerning", "auto", "--chars", chars, kLegacyKernTestFont}},
-        // Under a codepage the legacy table is asked for the characters the bytes stand for: eacute V kerns.
-        {"latin1_font", {"--codepage", "ISO-8859-1", "--chars", "86,233,65", kTestFont}},
-        // Cyrillic from a sample text under its CP1251 bytes, GPOS kerning; the proof shows each
-        // code once, 16 to a line.
-        {"cp1251_font",
-         {"--height", "12", "--codepage", "cp1251", "--chars", "46,44", "--text", "Привет, мир! Съешь ещё булок",
-          "--kerning", "gpos", "--proof", "cp1251_font.png", kNotoSans}},
-        // A font in its own KOI8-R encoding: under either codepage its glyphs, each under the codepage's byte.
-        {"koi8r_font",
-         {"--height", "8", "--codepage", "KOI8-R", "--text", "Привет", "--proof", "koi8r_font.png", kKoi8rFont}},
-        {"koi8r_cp1251_font",
-         {"--height", "8", "--codepage", "CP1251", "--text", "Привет", "--proof", "koi8r_cp1251_font.png", kKoi8rFont}},
-    };
-    const fs::path expected = VELTRANE_EXPECTED_DIR;
-    const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        TempDir dir;
-        const fs::path written = regenerate ? expected : dir.Path();
-        const CurrentDirectory proofDir(written); // the source goes there by its full path
-        std::vector<std::string> args = row.args;
-        args.push_back((written / (row.name + ".cpp")).string());
-        const ProgramResult run = RunExporter(args);
-        ASSERT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(run.out, "");
-        std::vector<std::string> files = {row.name + ".cpp", row.name + ".h"};
-        if (std::find(row.args.begin(), row.args.end(), "--proof") != row.args.end())
-            files.push_back(row.name + ".png");
-        for (const std::string& file : files) {
-            const std::string golden = ReadFile(expected / file);
-            ASSERT_FALSE(golden.empty()) << file << " is missing; run make regen-expected";
-            EXPECT_TRUE(regenerate || ReadFile(dir.Path() / file) == golden)
-                << file << " differs from the committed file";
-        }
-    }
-    EXPECT_EQ(ReadFile(expected / "koi8r_font.png"), ReadFile(expected / "koi8r_cp1251_font.png")) << "the same glyphs";
 }
 
 // What the run's directory holds before the run; all of it is dated an hour back.
@@ -235,6 +171,60 @@ void ExpectRuns(const std::vector<Run>& runs)
 }
 
 // clang-format off
+// The committed exports are the reviewed output. `make regen-expected` runs this test with
+// VELTRANE_REGEN_EXPECTED set, which rewrites them instead; review their diff.
+TEST(ExportProgram, GoldenExports)
+{
+    const std::string chars = "32,65,86,84,46,106,233,66,65"; // every glyph of the test font, and a repeat
+    const struct {
+        std::string name;
+        std::vector<std::string> args; // the proof, if any, is written as NAME.png
+    } rows[] = {
+        // A blank glyph, kerned pairs both ways and a positive kerning, ink left of the pen and
+        // below the baseline, an 8-bit code whose kerning the char tables cannot reach, a code
+        // the font lacks; its proof.
+        {"golden_font",
+         {"--chars", chars, "--proof", "golden_font.png", "--proof-text", "AVAT. Tj\nVA.é B", kTestFont}},
+        // The GPOS pairs, eacute's too; auto takes them, or the legacy table from a font without GPOS.
+        {"gpos_font", {"--kerning", "gpos", "--chars", chars, kTestFont}},
+        {"gpos_font", {"--kerning", "auto", "--chars", chars, kTestFont}},
+        {"golden_font", {"--kerning", "auto", "--chars", chars, kLegacyKernTestFont}},
+        // Under a codepage the legacy table is asked for the characters the bytes stand for: eacute V kerns.
+        {"latin1_font", {"--codepage", "ISO-8859-1", "--chars", "86,233,65", kTestFont}},
+        // Cyrillic from a sample text under its CP1251 bytes, GPOS kerning; the proof shows each
+        // code once, 16 to a line.
+        {"cp1251_font", {"--height", "12", "--codepage", "cp1251", "--chars", "46,44", "--text",
+                         "Привет, мир! Съешь ещё булок", "--kerning", "gpos", "--proof", "cp1251_font.png", kNotoSans}},
+        // A font in its own KOI8-R encoding: under either codepage its glyphs, each under the codepage's byte.
+        {"koi8r_font",
+         {"--height", "8", "--codepage", "KOI8-R", "--text", "Привет", "--proof", "koi8r_font.png", kKoi8rFont}},
+        {"koi8r_cp1251_font", {"--height", "8", "--codepage", "CP1251", "--text", "Привет", "--proof",
+                               "koi8r_cp1251_font.png", kKoi8rFont}},
+    };
+    const fs::path expected = VELTRANE_EXPECTED_DIR;
+    const bool regenerate = std::getenv("VELTRANE_REGEN_EXPECTED") != nullptr;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TempDir dir;
+        const fs::path written = regenerate ? expected : dir.Path();
+        const CurrentDirectory proofDir(written); // the source goes there by its full path
+        std::vector<std::string> args = row.args;
+        args.push_back((written / (row.name + ".cpp")).string());
+        const ProgramResult run = RunExporter(args);
+        ASSERT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out, "");
+        std::vector<std::string> files = {row.name + ".cpp", row.name + ".h"};
+        if (std::find(row.args.begin(), row.args.end(), "--proof") != row.args.end())
+            files.push_back(row.name + ".png");
+        for (const std::string& file : files) {
+            const std::string golden = ReadFile(expected / file);
+            ASSERT_FALSE(golden.empty()) << file << " is missing; run make regen-expected";
+            EXPECT_TRUE(regenerate || ReadFile(dir.Path() / file) == golden) << file << " has changed";
+        }
+    }
+    EXPECT_EQ(ReadFile(expected / "koi8r_font.png"), ReadFile(expected / "koi8r_cp1251_font.png")) << "the same glyphs";
+}
+
 // The height first, then the codes, the font and the places to write: each row has a later fault too.
 TEST(ExportProgram, ChecksHeightThenCodesThenFontThenPlaces)
 {
@@ -319,7 +309,8 @@ TEST(ExportProgram, OutputNamesAndEarlierFiles)
         {{.earlierPair = true}, args, 0, "", "", kPair},
         {{.earlierPair = true, .damaged = true}, args, 0, "", "", kPair},
         {{.dirs = {"sub"}, .files = {"sub/real.cpp"}, .links = {{"sub/Font.cpp", "real.cpp"}}},
-         {"--chars", "65", kTestFont, "sub/Font.cpp"}, 0, "", "", {"sub", "sub/Font.cpp", "sub/Font.h", "sub/real.cpp"}},
+         {"--chars", "65", kTestFont, "sub/Font.cpp"}, 0, "", "",
+         {"sub", "sub/Font.cpp", "sub/Font.h", "sub/real.cpp"}},
         {{.dirs = {"sub"}}, {"--chars", "65", kTestFont, "sub/My Font-2.cpp"}, 0, "", "",
          {"sub", "sub/My_Font_2.cpp", "sub/My_Font_2.h"}},
         {{}, {"--chars", "65", kTestFont, "Font.CPP"}, 0, "", "", kPair},
@@ -336,7 +327,7 @@ TEST(ExportProgram, FontAndTextFailuresSayWhy)
         {{}, {"none.ttf", "Font.cpp"}, 1, kLoadFailed + "\"none.ttf\": No such file or directory\n"},
         {{.files = {"f"}}, {"f", "Font.cpp"}, 1, kLoadFailed + "\"f" + kNotAFont, "", {"f"}},
         {{.dirs = {"d"}}, {"d", "Font.cpp"}, 1, kLoadFailed + "\"d\" is a directory\n", "", {"d"}},
-        {{.fonts = {{"cut.ttf", TestFontCut(100)}}}, {"cut.ttf", "Font.cpp"}, 1,
+        {{.fonts = {{"cut.ttf", ReadFile(kTestFont).substr(0, 100)}}}, {"cut.ttf", "Font.cpp"}, 1,
          kLoadFailed + "\"cut.ttf" + kNotAFont, "", {"cut.ttf"}},
         {{.fonts = {{"e.ttf", ""}}}, {"e.ttf", "Font.cpp"}, 1, kLoadFailed + "\"e.ttf" + kNotAFont, "", {"e.ttf"}},
         {{}, {VELTRANE_EXPECTED_DIR "/golden_font.png", "Font.cpp"}, 1,
