@@ -4,9 +4,9 @@
 // pixel), and the tool's paint for the list 0-65535; each once as a repeated paint and
 // once as the first paint with a new face. Prints the figures.
 #include "app/gui_main.h"
-#include "point_by_point_paint.h"
 #include "raster/ft_font.h"
 #include "raster/preview_image.h"
+#include "tests/raster/point_by_point_paint.h"
 
 #include <wx/app.h>
 #include <wx/evtloop.h>

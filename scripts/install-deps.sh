@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages a target needs, and nothing when they are all present.
-# Usage: scripts/install-deps.sh build|test|fuzz|bench|font|package
+# Usage: scripts/install-deps.sh build|test|fuzz|bench|font|package|format
 set -euo pipefail
 
 build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libharfbuzz-dev libpng-dev libcli11-dev libutf8proc-dev
@@ -11,6 +11,7 @@ fuzz_pkgs=(clang libclang-rt-14-dev)
 bench_pkgs=(libbenchmark-dev)
 font_pkgs=(python3-fonttools)
 package_pkgs=(dpkg-dev file)
+format_pkgs=(clang-format)
 
 wanted=("${build_pkgs[@]}")
 case "${1:-build}" in
@@ -20,7 +21,8 @@ case "${1:-build}" in
   bench) wanted+=("${test_pkgs[@]}" "${bench_pkgs[@]}") ;;
   font)  wanted+=("${font_pkgs[@]}") ;;
   package) wanted+=("${test_pkgs[@]}" "${package_pkgs[@]}") ;;
-  *) echo "usage: $0 build|test|fuzz|bench|font|package" >&2; exit 2 ;;
+  format) wanted=("${format_pkgs[@]}") ;;
+  *) echo "usage: $0 build|test|fuzz|bench|font|package|format" >&2; exit 2 ;;
 esac
 
 missing=()

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <numeric>
 #include <sstream>
 #include <stdexcept>
 
@@ -13,6 +14,13 @@ std::string ReadFile(const std::filesystem::path& path)
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
+}
+
+CharCodeList CodeRange(uint32_t first, uint32_t last)
+{
+    CharCodeList codes(last - first + 1);
+    std::iota(codes.begin(), codes.end(), first);
+    return codes;
 }
 
 size_t FontBytes::Table(const char* tag) const

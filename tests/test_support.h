@@ -1,15 +1,24 @@
 #pragma once
 // Fonts, files and directories for the tests of every folder.
 
+#include "charset/char_code_list.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
 
 inline const std::string kTestFont = VELTRANE_TEST_FONT_DIR "/veltrane-test.ttf";
+inline const std::string kLegacyKernTestFont = VELTRANE_TEST_FONT_DIR "/veltrane-test-legacy-kern.ttf";
 // Icons at U+E000 and U+E001 that kern together, a "B" the test font lacks, an "A" unlike its.
 inline const std::string kIconsFont = VELTRANE_TEST_FONT_DIR "/veltrane-test-icons.ttf";
 inline const std::string kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-inline const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb";
+inline const std::string kNotoSans = "/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf";
+inline const std::string kRoboto = "/usr/share/fonts/truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf";
+inline const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb"; // bitmap strikes only
+inline const std::string kKoi8rFont = "/usr/share/fonts/X11/misc/5x8-KOI8-R.pcf.gz";     // encoded in KOI8-R
+
+// The codes first to last, ascending.
+CharCodeList CodeRange(uint32_t first, uint32_t last);
 
 std::string ReadFile(const std::filesystem::path& path);
 

@@ -1,24 +1,17 @@
 #include "charset/char_range_parser.h"
 
-#include <gtest/gtest.h>
+#include "test_support.h"
 
-#include <numeric>
+#include <gtest/gtest.h>
 
 namespace {
 
 using namespace std::string_literals;
 
-CharCodeList Ascending(uint32_t first, uint32_t last)
-{
-    CharCodeList codes(last - first + 1);
-    std::iota(codes.begin(), codes.end(), first);
-    return codes;
-}
-
 TEST(CharRangeParser, YieldsCodesInTextOrder)
 {
     const std::pair<std::string, CharCodeList> cases[] = {
-        {"32-126", Ascending(32, 126)}, {"65,66,65", {65, 66, 65}}, {"70-65", {}}, {"65-65", {65}},
+        {"32-126", CodeRange(32, 126)}, {"65,66,65", {65, 66, 65}}, {"70-65", {}}, {"65-65", {65}},
         {" 0x41 - 0x43 ,\t97 ", {65, 66, 67, 97}}, {"010", {8}}, {"0", {0}}, {"08", {}}, {"0x", {}},
         {"+0x41-+0101", {65}}, {"++65", {}}, {"+ 65", {}}, {"-5", {}}, {"5-", {}}, {"1-2-3", {}},
         {",,65,,", {65}}, {" , ", {}}, {"65\n66", {}}, {"32-126\n200", {}}, {"65 66", {}}, {"A", {}},

@@ -46,11 +46,3 @@ ProgramResult RunExporter(std::vector<std::string> args)
     args.insert(args.begin(), VELTRANE_EXPORT_PROGRAM);
     return RunProgram(args);
 }
-
-std::set<std::string> FileNames(const std::filesystem::path& dir)
-{
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(dir))
-        names.insert(entry.path().filename().string());
-    return names;
-}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -18,6 +17,3 @@ ProgramResult RunProgram(const std::vector<std::string>& args);
 
 // The same for veltrane-fontgen-export with `args`.
 ProgramResult RunExporter(std::vector<std::string> args);
-
-// The names in `dir`, without descending.
-std::set<std::string> FileNames(const std::filesystem::path& dir);

@@ -92,27 +92,32 @@ TEST(ExportCommandTest, CancelWritesNothingSaveWritesWhatTheWriterWrites)
 TEST(ExportCommandTest, FaultsAreNamedBeforeTheSaveDialog)
 {
     const struct {
+        bool fontLoaded;
         const char* height;
         const char* chars;
         CharCodeList codes;
         const char* message;
     } rows[] = {
-        {"16", "65", {65}, "No font loaded !"}, // first: no font is loaded yet
-        {"16px", "65", {65}, "Invalid font size !"},
-        {"5", "65", {65}, "Font size must be in between 6 and 256 !"},
-        {"16", "65, 300", {65, 300}, "Character code 300 is above 255 and cannot be exported !"},
+        // In this order: the height, the codes, then the font.
+        {false, "5", "65, 300", {65, 300}, "Font size must be in between 6 and 256 !"},
+        {false, "16", "65, 300", {65, 300}, "Character code 300 is above 255 and cannot be exported !"},
+        {false, "16", "65", {65}, "No font loaded !"},
+        {true, "16px", "65", {65}, "Invalid font size !"},
+        {true, "5", "65", {65}, "Font size must be in between 6 and 256 !"},
+        {true, "16", "65, 300", {65, 300}, "Character code 300 is above 255 and cannot be exported !"},
     };
     ASSERT_FALSE(Probe().Font()->HasFace()) << "each test starts with a fresh window";
     TempDir dir;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.message);
+        if (row.fontLoaded && !Probe().Font()->HasFace())
+            Probe().Font()->LoadFace(kDejaVuSans.c_str());
         guitest::TypeInto(*Probe().HeightCtrl(), row.height);
         EnterCharacters(row.chars, row.codes);
         const auto seen = PressExport(dir.Path() / "Font.cpp");
         ASSERT_EQ(seen.size(), 1u);
         ExpectErrorBox(seen[0], row.message);
         EXPECT_TRUE(fs::is_empty(dir.Path()));
-        Probe().Font()->LoadFace(kDejaVuSans.c_str());
     }
 }
 

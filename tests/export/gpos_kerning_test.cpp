@@ -43,13 +43,11 @@ int PairValue(hb_font_t* font, uint32_t first, uint32_t second)
 
 TEST(GposKerning, EveryPairAsShapedAlone)
 {
-    const std::string fonts = "/usr/share/fonts/truetype/", roboto = fonts + "roboto/unhinted/RobotoTTF/Roboto-Regular.ttf";
-    const std::string noto = fonts + "noto/NotoSans-Regular.ttf", dejavu = fonts + "dejavu/DejaVuSans.ttf";
     std::string error;
     const std::optional<Codepage> cp1251 = Codepage::Open("CP1251", error);
     const std::tuple<std::string, int, const Codepage*> cases[] = {
-        {roboto, 16, nullptr}, {roboto, 40, nullptr}, {noto, 9, nullptr}, {noto, 16, nullptr},
-        {dejavu, 11, nullptr}, {dejavu, 16, nullptr}, {noto, 16, &*cp1251},
+        {kRoboto, 16, nullptr},     {kRoboto, 40, nullptr},     {kNotoSans, 9, nullptr}, {kNotoSans, 16, nullptr},
+        {kDejaVuSans, 11, nullptr}, {kDejaVuSans, 16, nullptr}, {kNotoSans, 16, &*cp1251},
         {kTestFont, 16, nullptr}}; // T period: 'dist' spaces it, 'kern' moves T
     for (const auto& [path, height, codepage] : cases) {
         ExportOptions options;

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <numeric>
 
 namespace fs = std::filesystem;
 
@@ -33,13 +32,6 @@ std::string Composed(const std::string* fontPath, const CharCodeList& codes, uin
     return GreyOf(PreviewComposer().Compose(font, codes, width, height));
 }
 
-CharCodeList Range(uint32_t first, uint32_t last)
-{
-    CharCodeList codes(last - first + 1);
-    std::iota(codes.begin(), codes.end(), first);
-    return codes;
-}
-
 uint8_t Darkest(const std::string& grey)
 {
     return static_cast<uint8_t>(*std::min_element(grey.begin(), grey.end(), [](char a, char b) {
@@ -58,7 +50,7 @@ TEST(PreviewComposer, MatchesCommittedPictures)
         uint8_t darkest; // full coverage laid over white once: 175; twice: 120
     } rows[] = {
         // 19 cells of 42 px a row, baselines 42 px apart.
-        {"dejavu_default_list", kDejaVuSans, Range(32, 126), 800, 220, 175},
+        {"dejavu_default_list", kDejaVuSans, CodeRange(32, 126), 800, 220, 175},
         // Test-font cells are 39 px: five fit in 195 px, four in 194; 'j' reaches into the cell
         // before it, 'B' shows glyph 0 and the space cell stays white.
         {"five_cells", kTestFont, {'A', 'j', ' ', 'B', 'A', 'A'}, 195, 90, 175},
@@ -86,8 +78,8 @@ TEST(PreviewComposer, MatchesCommittedPictures)
 TEST(PreviewComposer, FacesThatCannotDrawLeaveTheAreaWhite)
 {
     const std::string white(300 * 200, '\xFF');
-    EXPECT_TRUE(Composed(nullptr, Range(32, 126), 300, 200) == white) << "no face";
-    EXPECT_TRUE(Composed(&kTerminus, Range(32, 126), 300, 200) == white) << "no strike at 36 px";
+    EXPECT_TRUE(Composed(nullptr, CodeRange(32, 126), 300, 200) == white) << "no face";
+    EXPECT_TRUE(Composed(&kTerminus, CodeRange(32, 126), 300, 200) == white) << "no strike at 36 px";
     EXPECT_TRUE(Composed(&kTestFont, {}, 300, 200) == white) << "empty list";
     // A glyph that cannot be loaded leaves its cell empty.
     TempDir dir;
@@ -114,7 +106,7 @@ TEST(PreviewComposer, SkippingCellsOutsideTheAreaChangesNoPixel)
 {
     CharCodeList codes(19, 'A');
     codes.insert(codes.end(), 19, 0x1D7);
-    const CharCodeList more = Range(32, 1999);
+    const CharCodeList more = CodeRange(32, 1999);
     codes.insert(codes.end(), more.begin(), more.end());
     for (auto [width, height] : {std::pair<uint32_t, uint32_t>{800, 50}, {800, 211}, {41, 90}, {20, 85}, {0, 100}}) {
         const uint32_t allRows = (uint32_t(codes.size()) / std::max(width / 42, 1u) + 3) * 42;

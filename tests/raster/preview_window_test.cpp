@@ -2,7 +2,7 @@
 // against the composed picture (whose pixels preview_image_test pins).
 #include "gui_test_support.h"
 
-#include "bench/point_by_point_paint.h"
+#include "point_by_point_paint.h"
 #include "test_support.h"
 #include "raster/ft_font.h"
 #include "raster/preview_image.h"
