@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
+#include "cli/render_choices.h"
 #include "cli/unknown_option.h"
 #include "app/app_version.h"
 
@@ -37,6 +38,7 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --codepage CP1251 --chars 32-126 --text 'Привет, мир' \\\n"
     "      --kerning gpos NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
+    "  veltrane-fontgen-export --mono --height 12 --hinting auto DejaVuSans.ttf out/Oled.cpp\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 
@@ -153,6 +155,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                    "The face of a font collection (.ttc, .otc), 0 to 65535, e.g. --face 1 (default 0)")
         ->type_name("N")
         ->check(CLI::Range(0L, 65535L).description(""));
+    AddRenderOptions(app, request);
     app.add_flag("--stats", request.stats,
                  "After the export, print a table of what was written on standard output: characters,\n"
                  "pixel bytes, kerning pairs and the sizes of the two files");
@@ -174,6 +177,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
 
     try {
         app.parse(argc, argv);
+        CheckRenderChoices(app, request);
     } catch (const CLI::ParseError& e) {
         // --help and --version arrive here too, with a status of 0 and the text for stdout.
         if (e.get_exit_code() == 0) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "raster/render_options.h"
+
 #include <vector>
 
 class Codepage;
@@ -29,6 +31,7 @@ struct ExportOptions
     // The 8-bit codepage the listed codes are bytes of; null: every code is its own
     // Unicode character. Every listed code must have a character in it.
     const Codepage* codepage = nullptr;
+    RenderOptions render; // how every glyph is rendered
     // Told, in this order, about every character as it is written.
     std::vector<ExportListener*> listeners;
 };

@@ -49,7 +49,7 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
         for (ExportListener* listener : options.listeners)
             listener->CharacterStarted(code, character);
         FTGlyph glyph;
-        font.RenderGlyph(character, glyph);
+        font.RenderGlyph(character, glyph, options.render);
         table[code] = true;
 
         // Everything of this character is written before the next render replaces

@@ -206,6 +206,9 @@ TEST(ExportProgram, Faults)
         {{}, {"--face", "-1", "FONT", "@Font.cpp"}, 2, "--face"},
         {{}, {"--proof-text", "A", "FONT", "@Font.cpp"}, 2, "--proof-text requires --proof"},
         {{}, {"--kerning", "gsub", "FONT", "@Font.cpp"}, 2, "--kerning: \"gsub\" is not legacy, gpos, auto or none"},
+        {{}, {"--mono", "--hinting", "Light", "FONT", "@Font.cpp"}, 2, "--hinting: light fits outlines for grey pixels and cannot go with --mono"},
+        {{}, {"--gamma", "1", "--mono", "FONT", "@Font.cpp"}, 2, "--gamma: a --mono render has no grey pixels to correct"},
+        {{}, {"--gamma", "4.5", "FONT", "@Font.cpp"}, 2, "--gamma: \"4.5\" is not a number from 0.25 to 4"},
         // Why a failure happened: the font file, the place to write, the --chars pieces, the glyphs; kerning left in GPOS.
         {{"e.ttf=0"}, {"@e.ttf", "@Font.cpp"}, 1, load + kNote + "\"@e.ttf" + notFont, "", {"e.ttf"}},
         {{}, {VELTRANE_EXPECTED_DIR "/golden_font.png", "@Font.cpp"}, 1, load + kNote + "\"" VELTRANE_EXPECTED_DIR "/golden_font.png" + notFont},
