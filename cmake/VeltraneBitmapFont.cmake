@@ -16,7 +16,9 @@
 #               default: veltrane_fonts there)
 #   PROOF       also draw a proof image of the exported font, e.g. PROOF banner_font.png
 #               (relative: to <dir>); its text can follow in OPTIONS --proof-text <text>
-#   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251
+#   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251;
+#               the rendering choices too, e.g. OPTIONS --mono --hinting auto for a 1-bit
+#               display, or OPTIONS --gamma 2.2
 #
 # The export runs again when the font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
