@@ -1,7 +1,8 @@
 // Export speed against its two unavoidable costs: FreeType rendering the glyphs and
 // the disk taking the bytes, and what a proof image adds to it (goal at 16 px: at most
 // the export's own time). Exports DejaVu Sans, codes 32-126, at 16 and 256 px into a
-// temporary directory and prints, per height, the medians of several runs.
+// temporary directory and prints, per height, the medians of several runs, and the
+// exporter's rendering choices against the default render (goal: within 1.2 x).
 
 #include "charset/char_code_list.h"
 #include "export/export_font.h"
@@ -125,6 +126,41 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
     std::printf("  peak memory so far %10ld KiB (ru_maxrss, before the write test)\n", exportPeak);
 }
 
+// The export with each rendering choice, runs taking turns with the default one.
+void MeasureRenderChoices(FTFont& font, const fs::path& dir, unsigned height, int runs)
+{
+    CharCodeList codes;
+    for (uint32_t code = 32; code <= 126; ++code)
+        codes.push_back(code);
+    const struct {
+        const char* name;
+        RenderOptions render;
+    } choices[] = {
+        {"default", {}},
+        {"--mono", {Hinting::Native, true}},
+        {"--hinting light", {Hinting::Light}},
+        {"--hinting auto", {Hinting::Auto}},
+        {"--hinting none", {Hinting::None}},
+        {"--gamma 2.2", {Hinting::Native, false, 2.2}},
+    };
+    std::vector<std::vector<double>> times(std::size(choices));
+    for (int i = 0; i < runs; ++i)
+        for (size_t c = 0; c < std::size(choices); ++c) {
+            ExportOptions options;
+            options.render = choices[c].render;
+            times[c].push_back(Seconds([&] {
+                std::string name = "bench_font";
+                if (!ExportFont(&font, name, dir.string() + "/", height, &codes, options))
+                    Fail("export with a rendering choice failed");
+            }));
+        }
+    std::printf("height %u px, rendering choices, %d runs (medians)\n", height, runs);
+    const double base = Median(times[0]);
+    for (size_t c = 0; c < std::size(choices); ++c)
+        std::printf("  %-18s %10.2f ms  (%.2f x the default)\n", choices[c].name, Median(times[c]) * 1e3,
+                    Median(times[c]) / base);
+}
+
 } // namespace
 
 int main()
@@ -139,6 +175,8 @@ int main()
     std::printf("peak memory at start %8ld KiB\n", PeakMemoryKiB());
     Measure(font, dir, 16, 41);
     Measure(font, dir, 256, 21);
+    MeasureRenderChoices(font, dir, 16, 41);
+    MeasureRenderChoices(font, dir, 256, 21);
     std::printf("peak memory at end   %8ld KiB\n", PeakMemoryKiB());
 
     fs::remove_all(dir);

@@ -4,6 +4,7 @@
 #include "cli/export_report.h"
 #include "cli/glyph_sets.h"
 #include "cli/rotation_list.h"
+#include "cli/render_choices.h"
 #include "cli/unknown_option.h"
 #include "app/app_version.h"
 
@@ -39,6 +40,7 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --codepage CP1251 --chars 32-126 --text 'Привет, мир' \\\n"
     "      --kerning gpos NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
+    "  veltrane-fontgen-export --mono --height 12 --hinting auto DejaVuSans.ttf out/Oled.cpp\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 
@@ -167,6 +169,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
            "any of 0, 90, 180 and 270, comma-separated, each once, e.g. --rotations 0 for a display\n"
            "of one orientation (default all four; a proof shows them in the order given)")
         ->type_name("LIST");
+    AddRenderOptions(app, request);
     app.add_flag("--stats", request.stats,
                  "After the export, print a table of what was written on standard output: characters,\n"
                  "pixel bytes, kerning pairs and the sizes of the two files");
@@ -210,6 +213,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
 
     try {
         app.parse(argc, argv);
+        CheckRenderChoices(app, request);
     } catch (const CLI::ParseError& e) {
         // --help and --version arrive here too, with a status of 0 and the text for stdout.
         if (e.get_exit_code() == 0) {

@@ -51,6 +51,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
     ExportOptions options;
     options.kerning = request.kerning;
     options.codepage = request.codepage ? &*request.codepage : nullptr;
+    options.render = request.render;
     if (request.rotations)
         options.rotations = *request.rotations;
     // Beyond the desktop's output, tables compile whatever the signedness of char.

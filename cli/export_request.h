@@ -31,6 +31,8 @@ struct ExportRequest {
     long faceIndex = 0;
     KerningMode kerning = KerningMode::Legacy;
     bool kerningGiven = false; // --kerning was given, if only as legacy: no hint at GPOS kerning
+    RenderOptions render;
+    bool renderGiven = false; // --hinting, --mono or --gamma was given, if only as the default
     // Where to save a proof image of the export, and its UTF-8 text (absent: the exported
     // characters, 16 to a line).
     std::optional<std::string> proofPath;
@@ -47,7 +49,7 @@ struct ExportRequest {
     // Whether any option changes the files from what the desktop program writes.
     bool GoesBeyondDesktop() const
     {
-        return sampleText || codepage || faceIndex != 0 || kerningGiven || !glyphSets.empty() ||
+        return sampleText || codepage || faceIndex != 0 || kerningGiven || renderGiven || !glyphSets.empty() ||
                !fallbackPaths.empty() || rotations;
     }
 };

@@ -24,7 +24,9 @@
 #               it, e.g. GLYPHS fonts/fontawesome-webfont.ttf:0xF240-0xF244=>0x80 (<file>
 #               relative: to the current source directory)
 #   FALLBACK    fonts to take a character from that FONT has no glyph for, in order
-#   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251
+#   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251;
+#               the rendering choices too, e.g. OPTIONS --mono --hinting auto for a 1-bit
+#               display, or OPTIONS --gamma 2.2
 #
 # The export runs again when a font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the

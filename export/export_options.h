@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/rotations.h"
+#include "raster/render_options.h"
 
 class Codepage;
 
@@ -30,4 +31,5 @@ struct ExportOptions
     const Codepage* codepage = nullptr;
     // The rotations whose pixel arrays, character records and font records are written.
     RotationList rotations = AllRotations();
+    RenderOptions render; // how every glyph is rendered
 };

@@ -27,7 +27,7 @@ void WriteFontSource(OutputWriter& out, const std::vector<FTFont*>& fonts, const
         for (ExportListener* listener : listeners)
             listener->CharacterStarted(listed);
         FTGlyph glyph;
-        fonts.at(font)->RenderGlyph(character, glyph);
+        fonts.at(font)->RenderGlyph(character, glyph, options.render);
         table[code] = true;
 
         // Everything of this character is written before the next render replaces

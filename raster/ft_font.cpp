@@ -33,6 +33,31 @@ FT_ULong SignExtended(char c)
     return static_cast<FT_ULong>(static_cast<long>(static_cast<signed char>(c)));
 }
 
+FT_Int32 LoadFlags(const RenderOptions& options)
+{
+    // FT_LOAD_TARGET_NORMAL is 0: FT_LOAD_DEFAULT's target.
+    const FT_Int32 target = options.mono ? FT_LOAD_TARGET_MONO : FT_LOAD_TARGET_NORMAL;
+    switch (options.hinting) {
+    case Hinting::Light: // a target of its own, which mono takes the place of
+        return options.mono ? target : FT_LOAD_TARGET_LIGHT;
+    case Hinting::Auto:
+        return FT_LOAD_FORCE_AUTOHINT | target;
+    case Hinting::None:
+        return FT_LOAD_NO_HINTING | target;
+    case Hinting::Native:
+        break;
+    }
+    return FT_LOAD_DEFAULT | target;
+}
+
+// A strike's grey or colour pixels as 1-bit ones, for a display that has no others:
+// set from half coverage up.
+void ToMono(std::vector<uint8_t>& pixels)
+{
+    for (uint8_t& pixel : pixels)
+        pixel = pixel >= 0x80 ? 0xFF : 0x00;
+}
+
 } // namespace
 
 FTFont::FTFont()
@@ -81,25 +106,47 @@ int64_t FTFont::GetLineHeight() const
     return face->size->metrics.height >> 6;
 }
 
-void FTFont::RenderGlyph(uint32_t code, FTGlyph& out)
+void FTFont::RenderGlyph(uint32_t code, FTGlyph& out, const RenderOptions& options)
 {
     FT_UInt index = GlyphIndex(code);
-    if (FT_Load_Glyph(face, index, FT_LOAD_DEFAULT) != 0)
+    if (FT_Load_Glyph(face, index, LoadFlags(options)) != 0)
         throw FTException("cannot load glyph");
     FT_GlyphSlot slot = face->glyph;
-    if (IsOutOfProportion(slot, face->size->metrics) || FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0)
+    // A bitmap strike is loaded as drawn, and FreeType's render leaves it so.
+    const bool strike = slot->format == FT_GLYPH_FORMAT_BITMAP;
+    const FT_Render_Mode mode = options.mono ? FT_RENDER_MODE_MONO : FT_RENDER_MODE_NORMAL;
+    if (IsOutOfProportion(slot, face->size->metrics) || FT_Render_Glyph(slot, mode) != 0)
         throw FTException("cannot render glyph");
 
-    if (IsGrayCoverage(slot->bitmap)) {
-        out.bitmap = &slot->bitmap;
-    } else {
+    const bool greyStrikeToMono = options.mono && strike && slot->bitmap.pixel_mode != FT_PIXEL_MODE_MONO;
+    FT_Bitmap* coverage = &slot->bitmap;
+    if (!IsGrayCoverage(slot->bitmap) || greyStrikeToMono) {
         convertedBitmap = ConvertToGrayCoverage(slot->bitmap, convertedPixels);
-        out.bitmap = &convertedBitmap;
+        if (greyStrikeToMono)
+            ToMono(convertedPixels);
+        coverage = &convertedBitmap;
     }
+    if (!strike && !options.mono && options.gamma != 1.0 && coverage->buffer != nullptr)
+        ApplyGamma(options.gamma, *coverage);
+    out.bitmap = coverage;
     out.left = slot->bitmap_left;
     out.top = slot->bitmap_top;
     out.advanceX = WholePixels(slot->advance.x);
     out.advanceY = WholePixels(slot->advance.y);
+}
+
+void FTFont::ApplyGamma(double gamma, FT_Bitmap& grey)
+{
+    if (gammaOfTable != gamma) {
+        gammaTable = GammaTable(gamma);
+        gammaOfTable = gamma;
+    }
+    // Either buffer holds this render alone: the slot's or the converted one.
+    for (unsigned r = 0; r < grey.rows; ++r) {
+        uint8_t* row = grey.buffer + static_cast<size_t>(r) * static_cast<unsigned>(grey.pitch);
+        for (unsigned c = 0; c < grey.width; ++c)
+            row[c] = gammaTable[row[c]];
+    }
 }
 
 void FTFont::GetKerning(char left, char right, FT_Vector& out) const

@@ -2,10 +2,12 @@
 
 #include "charset/codepage.h"
 #include "raster/ft_exception.h"
+#include "raster/render_options.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -47,8 +49,9 @@ public:
     int64_t GetLineHeight() const;
     // Renders the character at the size set last. Throws "cannot load glyph" or "cannot
     // render glyph"; the latter also for a glyph more than eight ems across, which only a
-    // broken face has. `out` is left alone when it throws.
-    void RenderGlyph(uint32_t code, FTGlyph& out);
+    // broken face has. `out` is left alone when it throws. `options` choose the hinting
+    // and rasteriser of outlines; the defaults render as FreeType does by default.
+    void RenderGlyph(uint32_t code, FTGlyph& out, const RenderOptions& options = {});
     // Kerning of `left` followed by `right` in whole pixels. Both are widened with
     // sign extension, so only 7-bit characters name real glyphs.
     void GetKerning(char left, char right, FT_Vector& out) const;
@@ -74,4 +77,9 @@ private:
     // Glyphs FreeType delivers in another pixel format are converted into here.
     std::vector<uint8_t> convertedPixels;
     FT_Bitmap convertedBitmap{};
+    // Applies `gamma` to the coverage of a render, `grey` having a positive pitch.
+    void ApplyGamma(double gamma, FT_Bitmap& grey);
+    // The table of the gamma asked for last (0: none built yet).
+    std::array<uint8_t, 256> gammaTable{};
+    double gammaOfTable = 0;
 };

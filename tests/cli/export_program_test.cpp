@@ -268,6 +268,10 @@ TEST(ExportProgram, UsageErrors)
         {{}, {"--rotations", "0, 45", kTestFont, "Font.cpp"}, 2, "--rotations: \"45\" is not 0, 90, 180 or 270"},
         {{}, {"--rotations", "90,0,90", kTestFont, "Font.cpp"}, 2, "--rotations: 90 is given twice"},
         {{}, {"--glyphs", kIconsFont, kTestFont, "Font.cpp"}, 2, "is not FONT:LIST or FONT:LIST=>BYTE"},
+        {{}, {"--mono", "--hinting", "Light", kTestFont, "Font.cpp"}, 2,
+         "--hinting: light fits outlines for grey pixels and cannot go with --mono"},
+        {{}, {"--gamma", "1", "--mono", kTestFont, "Font.cpp"}, 2, "--gamma: a --mono render has no grey pixels to correct"},
+        {{}, {"--gamma", "4.5", kTestFont, "Font.cpp"}, 2, "--gamma: \"4.5\" is not a number from 0.25 to 4"},
     });
 }
 

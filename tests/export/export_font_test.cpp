@@ -50,3 +50,24 @@ TEST(ExportFontTest, WriteFailures)
             EXPECT_TRUE(ReadFile(dir.Path() / "f.cpp").ends_with("}\n};\n"));
     }
 }
+
+// The rendering choices reach every glyph of the export: 1-bit pixels with mono, where
+// the default render of DejaVu Sans at 12 px has grey ones.
+TEST(ExportFontTest, RendersEveryGlyphWithTheChosenOptions)
+{
+    TempDir dir;
+    for (const bool mono : {false, true}) {
+        FTFont font;
+        font.LoadFace(kDejaVuSans.c_str());
+        std::string name = "f";
+        CharCodeList codes = {65, 103};
+        ExportOptions options;
+        options.render.mono = mono;
+        ASSERT_TRUE(ExportFont(&font, name, dir.Prefix(), 12, &codes, options));
+        const std::string source = ReadFile(dir.Path() / "f.cpp");
+        bool grey = false;
+        for (size_t at = source.find("0x"); at != source.npos; at = source.find("0x", at + 2))
+            grey = grey || (source.compare(at, 4, "0x00") != 0 && source.compare(at, 4, "0xFF") != 0);
+        EXPECT_EQ(grey, !mono);
+    }
+}

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 // The bitmap as one text: '#' full coverage, '.' none, '?' anything between, '/' per row.
@@ -64,6 +66,77 @@ TEST(FTFont, RendersGlyphs)
                   std::vector({row.left, row.top, row.advanceX, 0}))
             << row.code;
     }
+}
+
+// The rows of a render as coverage bytes, FreeType's 1-bit pixels as 0x00/0xFF; the
+// gamma, when not 1, applied as round(255 * (v / 255)^(1 / gamma)).
+std::vector<std::string> CoverageRows(const FT_Bitmap& bitmap, double gamma = 1)
+{
+    std::vector<std::string> rows;
+    for (unsigned r = 0; r < bitmap.rows; ++r) {
+        const unsigned char* row = bitmap.buffer + r * bitmap.pitch;
+        std::string bytes;
+        for (unsigned c = 0; c < bitmap.width; ++c) {
+            const bool mono = bitmap.pixel_mode == FT_PIXEL_MODE_MONO;
+            const double v = mono ? (row[c / 8] & (0x80 >> c % 8) ? 255 : 0) : row[c];
+            bytes += static_cast<char>(std::lround(255 * std::pow(v / 255, 1 / gamma)));
+        }
+        rows.push_back(bytes);
+    }
+    return rows;
+}
+
+// Every choice renders as FreeType does with its flags, over hinted outlines, the test font
+// off its grid and Terminus's 1-bit strikes, which no choice changes.
+TEST(FTFont, RendersWithTheChosenOptions)
+{
+    const struct {
+        RenderOptions options;
+        FT_Int32 flags;
+        FT_Render_Mode mode;
+    } rows[] = {
+        {{}, FT_LOAD_DEFAULT, FT_RENDER_MODE_NORMAL},
+        {{Hinting::Light}, FT_LOAD_TARGET_LIGHT, FT_RENDER_MODE_NORMAL},
+        {{Hinting::Auto}, FT_LOAD_FORCE_AUTOHINT, FT_RENDER_MODE_NORMAL},
+        {{Hinting::None}, FT_LOAD_NO_HINTING, FT_RENDER_MODE_NORMAL},
+        {{Hinting::Native, true}, FT_LOAD_TARGET_MONO, FT_RENDER_MODE_MONO},
+        {{Hinting::Auto, true}, FT_LOAD_FORCE_AUTOHINT | FT_LOAD_TARGET_MONO, FT_RENDER_MODE_MONO},
+        {{Hinting::None, true}, FT_LOAD_NO_HINTING | FT_LOAD_TARGET_MONO, FT_RENDER_MODE_MONO},
+        {{Hinting::Auto, false, 2.2}, FT_LOAD_FORCE_AUTOHINT, FT_RENDER_MODE_NORMAL},
+        {{Hinting::Native, false, 0.25}, FT_LOAD_DEFAULT, FT_RENDER_MODE_NORMAL},
+    };
+    const struct {
+        const std::string& font;
+        std::vector<uint32_t> heights;
+    } fonts[] = {{kDejaVuSans, {8, 12, 16}}, {kTestFont, {12}}, {kTerminus, {12, 16}}};
+    FT_Library library = nullptr;
+    ASSERT_EQ(FT_Init_FreeType(&library), 0);
+    for (const auto& [path, heights] : fonts) {
+        FTFont font;
+        font.LoadFace(path.c_str());
+        FT_Face face = nullptr;
+        ASSERT_EQ(FT_New_Face(library, path.c_str(), 0, &face), 0);
+        for (uint32_t height : heights) {
+            font.SetPixelSize(height);
+            FT_Set_Pixel_Sizes(face, 0, height);
+            for (const auto& row : rows)
+                for (char32_t code : std::u32string_view(U"AVeg&j%\u00E9")) {
+                    SCOPED_TRACE(path + " " + std::to_string(height) + " px, flags " + std::to_string(row.flags) + ", code " +
+                                 std::to_string(code) + ", gamma " + std::to_string(row.options.gamma));
+                    FTGlyph glyph;
+                    font.RenderGlyph(code, glyph, row.options);
+                    ASSERT_EQ(FT_Load_Glyph(face, FT_Get_Char_Index(face, code), row.flags), 0);
+                    const bool strike = face->glyph->format == FT_GLYPH_FORMAT_BITMAP;
+                    ASSERT_EQ(FT_Render_Glyph(face->glyph, row.mode), 0);
+                    EXPECT_EQ(CoverageRows(*glyph.bitmap), CoverageRows(face->glyph->bitmap, strike ? 1 : row.options.gamma));
+                    EXPECT_EQ(std::vector({glyph.left, glyph.top, glyph.advanceX}),
+                              std::vector({face->glyph->bitmap_left, face->glyph->bitmap_top,
+                                           static_cast<FT_Int>(face->glyph->advance.x >> 6)}));
+                }
+        }
+        FT_Done_Face(face);
+    }
+    FT_Done_FreeType(library);
 }
 
 // FreeType's default mode grid-fits (A T is -65/64 px unscaled at 16 px, yet -1 rather than
