@@ -40,7 +40,11 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --codepage CP1251 --chars 32-126 --text 'Привет, мир' \\\n"
     "      --kerning gpos NotoSans-Regular.ttf out/Russian.cpp\n"
     "  veltrane-fontgen-export --face 1 NotoSansCJK-Regular.ttc out/Cjk.cpp\n"
-    "  veltrane-fontgen-export --mono --height 12 --hinting auto DejaVuSans.ttf out/Oled.cpp\n"
+    "  veltrane-fontgen-export --mono --height 12 --hinting auto --rotations 0 DejaVuSans.ttf out/Oled.cpp\n"
+    "  veltrane-fontgen-export --glyphs 'fontawesome-webfont.ttf:0xF240-0xF244=>0x80' DejaVuSans.ttf \\\n"
+    "      out/Icons.cpp\n"
+    "  veltrane-fontgen-export --fallback NotoSans-Regular.ttf --codepage CP1251 --text 'Привет' \\\n"
+    "      --height 12 6x12-ISO8859-1.pcf.gz out/Pixel.cpp\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 

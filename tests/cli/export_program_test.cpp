@@ -1,6 +1,7 @@
 // veltrane-fontgen-export run as a build script runs it: the files it writes, its messages
 // and exit statuses, with the faults a user's machine can throw at it.
 
+#include "charset/number_text.h"
 #include "cli/program_run.h"
 #include "test_support.h"
 
@@ -487,6 +488,28 @@ TEST(ExportProgram, KerningNoneIsAFontWithoutKerning)
               0);
     ASSERT_EQ(RunExporter({"--chars", chars, plain, dir.Prefix() + "Font.cpp"}).status, 0);
     EXPECT_TRUE(ReadFile(dir.Path() / "none/Font.cpp") == ReadFile(dir.Path() / "Font.cpp"));
+}
+
+// The manual page sets the help's examples on lines of their own from a copy, which must
+// not drift from the help.
+TEST(ExportProgram, ManualPageHasTheHelpsExamples)
+{
+    const std::string help = RunExporter({"--help"}).out;
+    std::string fromHelp, fromPage;
+    for (size_t at = help.find("\n  ", help.find("Examples:")); at != help.npos; at = help.find("\n  ", at + 1))
+        fromHelp += std::string(TrimSpace(help.substr(at, help.find('\n', at + 1) - at))) + "\n";
+    std::istringstream page(ReadFile(VELTRANE_SOURCE_DIR "/cli/veltrane-fontgen-export.h2m"));
+    bool inExample = false;
+    for (std::string line; std::getline(page, line);) {
+        inExample = line == ".nf" || (inExample && line != ".fi");
+        for (const auto& [escaped, plain] : {std::pair{"\\-", "-"}, {"\\e", "\\"}})
+            for (size_t at; (at = line.find(escaped)) != line.npos;)
+                line.replace(at, 2, plain);
+        if (inExample && line != ".nf")
+            fromPage += std::string(TrimSpace(line)) + "\n";
+    }
+    EXPECT_NE(fromHelp, "");
+    EXPECT_EQ(fromPage, fromHelp);
 }
 
 TEST(ExportProgram, LinksNoWindowLibraries)
