@@ -25,8 +25,7 @@ bool GuiApplication::OnInit()
     }
 
     g_appTitle.Printf(kAppTitleFormat, kAppVersion);
-    g_aboutText.Printf("%s\nTurns TrueType fonts into bitmap-font source code for small displays.",
-                       g_appTitle);
+    g_aboutText.Printf("%s\nTurns TrueType fonts into bitmap-font source code for small displays.", g_appTitle);
 
     // The main window decodes its icon from PNG data while it is built.
     wxImage::AddHandler(new wxPNGHandler);

@@ -29,8 +29,7 @@ wxBEGIN_EVENT_TABLE(GuiMain, wxFrame)
 wxEND_EVENT_TABLE()
 
 GuiMain::GuiMain(const wxString& title, FTFont* font)
-    : wxFrame(nullptr, wxID_ANY, title, wxDefaultPosition, wxDefaultSize, FRAME_STYLE),
-      m_font(font)
+    : wxFrame(nullptr, wxID_ANY, title, wxDefaultPosition, wxDefaultSize, FRAME_STYLE), m_font(font)
 {
     wxIcon icon;
     icon.CopyFromBitmap(wxBitmap::NewFromPNGData(WINDOW_ICON_PNG, sizeof(WINDOW_ICON_PNG)));
@@ -57,18 +56,16 @@ GuiMain::GuiMain(const wxString& title, FTFont* font)
     wxStaticBoxSizer* configSizer = new wxStaticBoxSizer(wxVERTICAL, this, "Font Configuration");
 
     wxBoxSizer* heightRow = new wxBoxSizer(wxHORIZONTAL);
-    heightRow->Add(NewLabel(this, "Font Height"), 0,
-                   wxALL | wxALIGN_RIGHT | wxALIGN_CENTER_VERTICAL, BORDER);
+    heightRow->Add(NewLabel(this, "Font Height"), 0, wxALL | wxALIGN_RIGHT | wxALIGN_CENTER_VERTICAL, BORDER);
     m_heightCtrl = new wxTextCtrl(this, ID_FONT_HEIGHT, "", wxDefaultPosition, wxDefaultSize, 0);
     m_heightCtrl->SetValue("16");
     heightRow->Add(m_heightCtrl, 0, wxALL, BORDER);
     heightRow->Add(NewLabel(this, "px"), 0, wxALL | wxALIGN_CENTER_VERTICAL, BORDER);
     configSizer->Add(heightRow, 0, wxALL | wxALIGN_CENTER_VERTICAL, BORDER);
 
-    configSizer->Add(NewLabel(this, "Characters to convert"), 0,
-                     wxALL | wxALIGN_CENTER_VERTICAL, BORDER);
-    m_charsCtrl = new wxTextCtrl(this, ID_CHARACTERS, "", wxDefaultPosition, wxDefaultSize,
-                                 wxTE_MULTILINE | wxTE_PROCESS_ENTER);
+    configSizer->Add(NewLabel(this, "Characters to convert"), 0, wxALL | wxALIGN_CENTER_VERTICAL, BORDER);
+    m_charsCtrl =
+        new wxTextCtrl(this, ID_CHARACTERS, "", wxDefaultPosition, wxDefaultSize, wxTE_MULTILINE | wxTE_PROCESS_ENTER);
     m_charsCtrl->SetValue("32-126");
     configSizer->Add(m_charsCtrl, 1, wxEXPAND | wxALL, BORDER);
 

@@ -11,8 +11,8 @@
 // and the character list stay as they are.
 void GuiMain::OnLoadFont(wxCommandEvent&)
 {
-    auto* dialog = new wxFileDialog(this, "Choose File to Load Font From", "", "",
-                                    "Font File (*.ttf)|*.ttf", wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+    auto* dialog = new wxFileDialog(this, "Choose File to Load Font From", "", "", "Font File (*.ttf)|*.ttf",
+                                    wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (dialog->ShowModal() == wxID_OK) {
         // A path the locale cannot represent becomes empty, which FreeType then refuses.
         const std::string path = ToLibcText(dialog->GetPath());

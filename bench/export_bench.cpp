@@ -121,8 +121,7 @@ void Measure(FTFont& font, const fs::path& dir, unsigned height, int runs)
     std::printf("  FreeType render    %10.2f ms\n", renderTime * 1e3);
     std::printf("  one fwrite         %10.2f ms\n", writeTime * 1e3);
     std::printf("  export / (render + write) = %.2f\n", exportTime / (renderTime + writeTime));
-    std::printf("  proof image adds   %10.2f ms  (%.2f x the export)\n", proofCost * 1e3,
-                proofCost / exportTime);
+    std::printf("  proof image adds   %10.2f ms  (%.2f x the export)\n", proofCost * 1e3, proofCost / exportTime);
     std::printf("  peak memory so far %10ld KiB (ru_maxrss, before the write test)\n", exportPeak);
 }
 
@@ -132,7 +131,8 @@ void MeasureRenderChoices(FTFont& font, const fs::path& dir, unsigned height, in
     CharCodeList codes;
     for (uint32_t code = 32; code <= 126; ++code)
         codes.push_back(code);
-    const struct {
+    const struct
+    {
         const char* name;
         RenderOptions render;
     } choices[] = {

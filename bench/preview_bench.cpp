@@ -67,7 +67,8 @@ std::function<void()> FaceSwap(FTFont& font)
 
 // Median wall time of `runs` synchronous repaints of the area, in milliseconds;
 // `prepare` runs untimed before each.
-double PaintMilliseconds(wxWindow& area, int runs, const std::function<void()>& prepare = [] {})
+double PaintMilliseconds(
+    wxWindow& area, int runs, const std::function<void()>& prepare = [] {})
 {
     int paints = 0;
     auto count = [&paints](wxPaintEvent& event) {
@@ -111,13 +112,14 @@ int RunBenchmark()
         defaultList.push_back(code);
 
     const wxSize size = area->GetSize();
-    std::printf("Preview area %dx%d, DejaVu Sans at %u px\n", size.GetWidth(), size.GetHeight(),
-                PREVIEW_PIXEL_SIZE);
+    std::printf("Preview area %dx%d, DejaVu Sans at %u px\n", size.GetWidth(), size.GetHeight(), PREVIEW_PIXEL_SIZE);
     const double fast = PaintMilliseconds(*area, 31);
     const double fastCold = PaintMilliseconds(*area, 31, FaceSwap(font));
     font.LoadFace(kDejaVuSans);
 
-    auto literal = [&](wxPaintEvent&) { PaintPointByPoint(*area, font, defaultList); };
+    auto literal = [&](wxPaintEvent&) {
+        PaintPointByPoint(*area, font, defaultList);
+    };
     area->Bind(wxEVT_PAINT, literal);
     const double slow = PaintMilliseconds(*area, 5);
     const double slowCold = PaintMilliseconds(*area, 5, FaceSwap(font));
@@ -131,14 +133,12 @@ int RunBenchmark()
     std::printf("Median of repeated paints (glyphs and picture kept from the paint before):\n");
     std::printf("  32-126, composed picture:   %8.2f ms per paint\n", fast);
     std::printf("  32-126, point by point:     %8.2f ms per paint (%.0fx slower)\n", slow, slow / fast);
-    std::printf("  0-65535, composed picture:  %8.2f ms per paint (%.2fx the default list)\n", full,
-                full / fast);
+    std::printf("  0-65535, composed picture:  %8.2f ms per paint (%.2fx the default list)\n", full, full / fast);
     std::printf("First paint with another face (nothing kept; DejaVu Sans and Bold in turn):\n");
     std::printf("  32-126, composed picture:   %8.2f ms per paint\n", fastCold);
-    std::printf("  32-126, point by point:     %8.2f ms per paint (%.0fx slower)\n", slowCold,
-                slowCold / fastCold);
-    std::printf("  0-65535, composed picture:  %8.2f ms per paint (%.2fx the default list)\n",
-                fullCold, fullCold / fastCold);
+    std::printf("  32-126, point by point:     %8.2f ms per paint (%.0fx slower)\n", slowCold, slowCold / fastCold);
+    std::printf("  0-65535, composed picture:  %8.2f ms per paint (%.2fx the default list)\n", fullCold,
+                fullCold / fastCold);
     window->Destroy();
     ProcessEvents();
     return 0;

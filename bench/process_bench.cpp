@@ -116,9 +116,12 @@ int main(int argc, char** argv)
         exportRun("legacy", latin1, "LegacyLatin1.cpp"),
     };
     const std::string icons = std::string(kFontAwesome) + ":0xF240-0xF244=>0x80";
-    runs.push_back({"DejaVu Sans with five icons, codes 32-126", {exporter, "--glyphs", icons, kDejaVuSans, dir / "Merged.cpp"}, {}});
+    runs.push_back({"DejaVu Sans with five icons, codes 32-126",
+                    {exporter, "--glyphs", icons, kDejaVuSans, dir / "Merged.cpp"},
+                    {}});
     runs.push_back({"DejaVu Sans alone, codes 32-126", {exporter, kDejaVuSans, dir / "Letters.cpp"}, {}});
-    runs.push_back({"the five icons alone", {exporter, "--text", "", "--glyphs", icons, kFontAwesome, dir / "Icons.cpp"}, {}});
+    runs.push_back(
+        {"the five icons alone", {exporter, "--text", "", "--glyphs", icons, kFontAwesome, dir / "Icons.cpp"}, {}});
     for (Run& run : runs) // warm-up: page cache, dynamic linker, node's compile cache
         Milliseconds(run.command);
     for (int i = 0; i < kRuns; ++i)

@@ -1,12 +1,12 @@
 #include "cli/command_line.h"
 
+#include "app/app_version.h"
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
 #include "cli/glyph_sets.h"
-#include "cli/rotation_list.h"
 #include "cli/render_choices.h"
+#include "cli/rotation_list.h"
 #include "cli/unknown_option.h"
-#include "app/app_version.h"
 
 #include <CLI/CLI.hpp>
 

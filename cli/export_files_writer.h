@@ -13,14 +13,16 @@
 #include <string>
 
 // The sizes of the two files as written; -1 when a stream could not tell (a pipe).
-struct FontPairSizes {
+struct FontPairSizes
+{
     off_t source = -1;
     off_t header = -1;
 };
 
 // A proof image to write with the pair, drawn from what the export wrote (see
 // WriteProofImage).
-struct ProofOutput {
+struct ProofOutput
+{
     std::string path;
     const WrittenFont& font;
     const ProofLines& lines;

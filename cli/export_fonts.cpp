@@ -73,7 +73,8 @@ std::optional<std::string> ChooseGlyphs(const ExportRequest& request, ExportPlan
                                         ExportReport& report)
 {
     for (const ExportCharacter& character : plan.characters) {
-        if (character.font != 0 && character.font < plan.firstFallback && !HasGlyph(*fonts[character.font], character)) {
+        if (character.font != 0 && character.font < plan.firstFallback &&
+            !HasGlyph(*fonts[character.font], character)) {
             report.context.push_back(Quoted(plan.fontPaths[character.font]) + " has no glyph for " +
                                      NamedCharacter(character.character));
             return kNoSetGlyphMessage;

@@ -65,12 +65,14 @@ std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& 
     OutputLocation output = SplitOutputPath(request.outputPath);
     SanitizeBaseName(output.baseName);
     if (output.baseName == kConsumerHeaderName) {
-        report.context.push_back("the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp");
+        report.context.push_back(
+            "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp");
         return kReservedNameMessage;
     }
     plan.baseName = output.baseName;
     plan.path = output.directory + output.baseName;
-    if (request.proofPath && (SameFile(*request.proofPath, plan.path + ".cpp") || SameFile(*request.proofPath, plan.path + ".h")))
+    if (request.proofPath &&
+        (SameFile(*request.proofPath, plan.path + ".cpp") || SameFile(*request.proofPath, plan.path + ".h")))
         return kProofReplacesExportMessage;
     return std::nullopt;
 }

@@ -11,7 +11,8 @@
 #include <vector>
 
 // What an export will write, worked out from the request before any font is opened.
-struct ExportPlan {
+struct ExportPlan
+{
     unsigned height = 0;
     // Every exported character, each with the font it comes from (an index of fontPaths).
     ExportCharacters characters;
@@ -19,8 +20,8 @@ struct ExportPlan {
     std::vector<std::string> fontPaths;
     size_t firstFallback = 1; // index of the first fallback font in fontPaths
     ExportOptions options;
-    std::string baseName; // sanitized: names the pair and its identifiers
-    std::string path;     // the pair's path less ".cpp" and ".h"
+    std::string baseName;                 // sanitized: names the pair and its identifiers
+    std::string path;                     // the pair's path less ".cpp" and ".h"
     std::optional<ProofLines> proofLines; // with --proof
 };
 

@@ -10,7 +10,8 @@
 inline constexpr const char* kReportPrefix = "veltrane-fontgen-export: ";
 
 // What an export has to say besides whether it failed. Lines are kept without the prefix.
-struct ExportReport {
+struct ExportReport
+{
     std::vector<std::string> context;  // what a failure concerns, shown after its message
     std::vector<std::string> warnings; // what the export went on despite
     std::string stats;                 // for standard output after a success (--stats)

@@ -9,7 +9,8 @@
 
 // --glyphs FONT:LIST[=>BYTE]: the characters LIST names, taken from FONT, under the bytes
 // from BYTE on or, without it, under their bytes in the codepage.
-struct GlyphSetArgument {
+struct GlyphSetArgument
+{
     std::string asTyped;
     std::string fontPath;
     std::string list;
@@ -18,7 +19,8 @@ struct GlyphSetArgument {
 
 // One export as the command line asks for it, every value still as typed except the
 // codepage, which the command line has opened already.
-struct ExportRequest {
+struct ExportRequest
+{
     std::string fontPath;
     std::string outputPath; // the source file's path, as chosen in the desktop's save dialog
     std::string heightText = "16";

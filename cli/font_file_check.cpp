@@ -43,7 +43,7 @@ std::string FaceRange(long count)
 std::string WhyFontCannotLoad(const std::string& path, long faceIndex)
 {
     const std::string quoted = Quoted(path);
-    struct stat status {};
+    struct stat status = {};
     if (stat(path.c_str(), &status) != 0)
         return quoted + ": " + std::strerror(errno);
     if (S_ISDIR(status.st_mode))

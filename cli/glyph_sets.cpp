@@ -21,7 +21,8 @@ std::string SetName(const GlyphSetArgument& set)
 }
 
 // The first byte of a set placed by "=>BYTE"; nothing, with the message, when unreadable.
-std::optional<std::string> ReadFirstByte(const GlyphSetArgument& set, uint64_t& first, std::vector<std::string>& context)
+std::optional<std::string> ReadFirstByte(const GlyphSetArgument& set, uint64_t& first,
+                                         std::vector<std::string>& context)
 {
     const std::optional<uint64_t> value = ReadNumber(TrimSpace(*set.firstByte));
     if (!value) {

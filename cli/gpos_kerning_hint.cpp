@@ -2,7 +2,6 @@
 
 #include "export/kerning_source.h"
 
-
 std::optional<std::string> GposOnlyKerningWarning(FTFont& font, const ExportCharacters& characters,
                                                   const ExportOptions& options)
 {

@@ -41,8 +41,8 @@ MissingGlyphs FindMissingGlyphs(const std::vector<FTFont*>& fonts, const ExportC
         }
         first = last;
     }
-    const bool all =
-        std::all_of(characters.begin(), characters.end(), [&](const ExportCharacter& listed) { return missing[listed.code]; });
+    const bool all = std::all_of(characters.begin(), characters.end(),
+                                 [&](const ExportCharacter& listed) { return missing[listed.code]; });
     return {ranges, all, FontEncodingNote(*fonts.front(), codepage)};
 }
 
@@ -50,5 +50,6 @@ std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing)
 {
     if (missing.ranges.empty())
         return std::nullopt;
-    return "no glyph for " + missing.ranges + missing.encodingNote + "; they are exported as the font's missing-glyph shape";
+    return "no glyph for " + missing.ranges + missing.encodingNote +
+           "; they are exported as the font's missing-glyph shape";
 }

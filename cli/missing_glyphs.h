@@ -8,7 +8,8 @@
 #include <vector>
 
 // The listed codes whose character has no glyph in its font.
-struct MissingGlyphs {
+struct MissingGlyphs
+{
     std::string ranges; // ascending: "0-31, 127-159"; empty when every code has a glyph
     bool all = false;   // no listed code has one: the export would hold nothing real
     // " (the font is encoded in KOI8-R)" for a font in an encoding of its own

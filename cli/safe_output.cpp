@@ -48,7 +48,8 @@ std::string TempTemplate(const std::string& file)
 
 bool SameBytes(const std::string& a, const std::string& b)
 {
-    struct Closer {
+    struct Closer
+    {
         void operator()(FILE* f) const { std::fclose(f); }
     };
     const std::unique_ptr<FILE, Closer> fa(std::fopen(a.c_str(), "rb")), fb(std::fopen(b.c_str(), "rb"));
@@ -85,7 +86,7 @@ SafeOutput::~SafeOutput()
 bool SafeOutput::Open()
 {
     const std::string destination = FollowLinks(Target());
-    struct stat status {};
+    struct stat status = {};
     const bool exists = stat(destination.c_str(), &status) == 0;
     const int statError = errno;
     if (exists && S_ISREG(status.st_mode)) {

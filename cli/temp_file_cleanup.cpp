@@ -30,10 +30,14 @@ void RemoveFilesAndDie(int signal)
 void InstallHandler()
 {
     for (int signal : kCleanupSignals) {
-        struct sigaction current {};
+        struct sigaction current
+        {
+        };
         if (sigaction(signal, nullptr, &current) != 0 || current.sa_handler == SIG_IGN)
             continue;
-        struct sigaction action {};
+        struct sigaction action
+        {
+        };
         action.sa_handler = RemoveFilesAndDie;
         sigfillset(&action.sa_mask);
         action.sa_flags = SA_RESETHAND;

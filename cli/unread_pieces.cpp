@@ -59,11 +59,10 @@ std::vector<std::string> UnreadPieceLines(const std::vector<std::string>& pieces
     std::vector<std::string> lines;
     for (size_t i = 0; i < pieces.size() && i < kMaxPieceLines; ++i)
         lines.push_back(WhyPieceUnread(pieces[i], option));
-    if (pieces.size() > kMaxPieceLines)
-    {
+    if (pieces.size() > kMaxPieceLines) {
         const size_t more = pieces.size() - kMaxPieceLines;
-        lines.push_back("and " + std::to_string(more) + (more == 1 ? " more piece" : " more pieces") +
-                        " of " + option + " that cannot be read");
+        lines.push_back("and " + std::to_string(more) + (more == 1 ? " more piece" : " more pieces") + " of " + option +
+                        " that cannot be read");
     }
     return lines;
 }

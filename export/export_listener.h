@@ -12,9 +12,9 @@
 // tables and its pixel arrays. Valid only during the call that hands it over.
 struct WrittenCharacter
 {
-    uint32_t code;        // the listed code, which names its identifiers
-    char32_t character;   // the Unicode character rendered for it
-    unsigned font;        // the export's font it was rendered from: 0 the main font
+    uint32_t code;      // the listed code, which names its identifiers
+    char32_t character; // the Unicode character rendered for it
+    unsigned font;      // the export's font it was rendered from: 0 the main font
     // w = bitmap->width, h = bitmap->rows, xoff, yoff, xadvance; the pixel arrays, when
     // bitmap->buffer is not null, are what TurnGlyph makes of the bitmap.
     const FTGlyph& glyph;

@@ -22,7 +22,8 @@ std::string BaseNameFromFileName(const std::string& fileName);
 
 // Where the export writes: a directory that ends in "/" (the writer uses it as a plain prefix)
 // and the base name of the two files.
-struct OutputLocation {
+struct OutputLocation
+{
     std::string directory;
     std::string baseName;
 };

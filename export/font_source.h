@@ -25,4 +25,3 @@ void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseNam
 void WriteFontSource(OutputWriter& out, const std::vector<FTFont*>& fonts, const std::string& baseName,
                      const ExportCharacters& characters, const ExportOptions& options,
                      const ExportListeners& listeners = {});
-

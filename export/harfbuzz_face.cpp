@@ -32,8 +32,8 @@ hb_blob_t* HarfBuzzFace::ReadTable(hb_face_t*, hb_tag_t tag, void* self)
         std::free(bytes);
         return nullptr;
     }
-    return hb_blob_create(reinterpret_cast<const char*>(bytes), static_cast<unsigned>(length),
-                          HB_MEMORY_MODE_WRITABLE, bytes, [](void* owned) { std::free(owned); });
+    return hb_blob_create(reinterpret_cast<const char*>(bytes), static_cast<unsigned>(length), HB_MEMORY_MODE_WRITABLE,
+                          bytes, [](void* owned) { std::free(owned); });
 }
 
 bool HarfBuzzFace::HasGposKerning() const

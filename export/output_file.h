@@ -7,7 +7,8 @@
 #include <string>
 
 // What failed first on an output file, in the system's terms, for the caller to word.
-struct OutputProblem {
+struct OutputProblem
+{
     std::string action; // "cannot write", "cannot write in", "cannot replace"
     std::string path;   // the file or directory concerned
     int error = 0;      // errno; 0 when the system gave no reason

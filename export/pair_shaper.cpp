@@ -110,8 +110,8 @@ bool PairShaper::ShapeText(hb_buffer_t* buffer, std::span<const hb_codepoint_t> 
     hb_buffer_clear_contents(buffer);
     hb_buffer_add_codepoints(buffer, text.data(), static_cast<int>(text.size()), 0, static_cast<int>(text.size()));
     hb_buffer_set_segment_properties(buffer, &properties);
-    return hb_shape_plan_execute(kerning == Kerning::On ? scriptPlans.kerningOn : scriptPlans.kerningOff, font,
-                                 buffer, features.data(), features.size());
+    return hb_shape_plan_execute(kerning == Kerning::On ? scriptPlans.kerningOn : scriptPlans.kerningOff, font, buffer,
+                                 features.data(), features.size());
 }
 
 ShapedText PairShaper::Shape(hb_buffer_t* buffer, hb_codepoint_t first, hb_codepoint_t second, Kerning kerning) const

@@ -8,7 +8,11 @@
 #include <span>
 #include <vector>
 
-enum class Kerning { Off, On }; // the font's 'kern' feature
+enum class Kerning
+{
+    Off,
+    On
+}; // the font's 'kern' feature
 
 // A shaped pair as far as kerning needs it.
 struct ShapedText

@@ -15,7 +15,9 @@ void QuietError(png_structp png, png_const_charp)
     png_longjmp(png, 1);
 }
 
-void NoWarning(png_structp, png_const_charp) {}
+void NoWarning(png_structp, png_const_charp)
+{
+}
 
 // libpng reports errors by longjmp to the setjmp below; everything with a destructor
 // is made before it.

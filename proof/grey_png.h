@@ -2,7 +2,6 @@
 
 #include "proof/grey_image.h"
 
-
 #include <cstdio>
 
 // Writes `image` to `file` as an 8-bit greyscale PNG with libpng, compressed for speed

@@ -54,8 +54,8 @@ int64_t WalkText(const WrittenFont& font, const ProofLines& lines, int64_t margi
 
 // Draws the glyph whose top-left pixel is at (left, top) on panel 0 onto the panel of
 // rotation turn * 90, from that rotation's pixel array, as the firmware places it.
-void DrawGlyph(const Canvas& canvas, const ProofLayout& layout, const WrittenGlyph& glyph, unsigned turn,
-               int64_t left, int64_t top)
+void DrawGlyph(const Canvas& canvas, const ProofLayout& layout, const WrittenGlyph& glyph, unsigned turn, int64_t left,
+               int64_t top)
 {
     if (!glyph.hasPixels)
         return;
@@ -91,7 +91,8 @@ void DrawPanel(const Canvas& canvas, const WrittenFont& font, const ProofLines& 
 // A panel's width and height on the picture: panel 0's, turned for 90 and 270.
 std::pair<int64_t, int64_t> PanelSize(const ProofLayout& layout, unsigned turn)
 {
-    return turn % 2 ? std::pair(layout.panelHeight, layout.panelWidth) : std::pair(layout.panelWidth, layout.panelHeight);
+    return turn % 2 ? std::pair(layout.panelHeight, layout.panelWidth)
+                    : std::pair(layout.panelWidth, layout.panelHeight);
 }
 
 } // namespace
@@ -122,13 +123,12 @@ ProofLayout LayOutProof(const WrittenFont& font, const ProofLines& lines, unsign
     layout.panelWidth = 2 * layout.margin + widest;
     // A broken face can have a negative line height; the panel then has no height rather
     // than a negative one.
-    layout.panelHeight = std::max<int64_t>(
-        0, 2 * layout.margin + static_cast<int64_t>(lines.size()) * static_cast<int64_t>(font.Metrics().height));
+    layout.panelHeight = std::max<int64_t>(0, 2 * layout.margin + static_cast<int64_t>(lines.size()) *
+                                                                      static_cast<int64_t>(font.Metrics().height));
     return layout;
 }
 
-GreyImage DrawProofPanel(const WrittenFont& font, const ProofLines& lines, const ProofLayout& layout,
-                         unsigned rotation)
+GreyImage DrawProofPanel(const WrittenFont& font, const ProofLines& lines, const ProofLayout& layout, unsigned rotation)
 {
     const unsigned turn = rotation / 90 % 4;
     const auto [width, height] = PanelSize(layout, turn);

@@ -14,8 +14,8 @@
 struct ProofLayout
 {
     int64_t margin = 0;
-    int64_t panelWidth = 0;  // of panel 0: 2m + the largest line advance
-    int64_t panelHeight = 0; // of panel 0: 2m + lines * line height
+    int64_t panelWidth = 0;                  // of panel 0: 2m + the largest line advance
+    int64_t panelHeight = 0;                 // of panel 0: 2m + lines * line height
     RotationList rotations = AllRotations(); // the panels of the picture, left to right
 
     // The panels of `rotations` side by side in its order, m columns apart.

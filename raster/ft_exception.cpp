@@ -13,11 +13,12 @@ char* CopyText(const char* text)
 
 } // namespace
 
-FTException::FTException(const char* text) : message(CopyText(text)) {}
+FTException::FTException(const char* text) : message(CopyText(text))
+{
+}
 
 // Throwing may copy the exception object; each copy owns its own text.
-FTException::FTException(const FTException& other)
-    : std::exception(other), message(CopyText(other.message))
+FTException::FTException(const FTException& other) : std::exception(other), message(CopyText(other.message))
 {
 }
 

@@ -28,8 +28,8 @@ PreviewGlyph Rendered(FTFont& font, uint32_t code)
     copy.rows = bitmap.rows;
     copy.coverage.resize(size_t{bitmap.width} * bitmap.rows);
     for (uint32_t r = 0; r < bitmap.rows; ++r)
-        std::memcpy(copy.coverage.data() + size_t{r} * bitmap.width,
-                    bitmap.buffer + int64_t{r} * bitmap.pitch, bitmap.width);
+        std::memcpy(copy.coverage.data() + size_t{r} * bitmap.width, bitmap.buffer + int64_t{r} * bitmap.pitch,
+                    bitmap.width);
     return copy;
 }
 

@@ -60,8 +60,7 @@ InkReach InkReachOf(FT_Face face)
 uint8_t LaidOver(uint8_t dst, uint8_t coverage)
 {
     const uint32_t src = 255u - coverage;
-    return static_cast<uint8_t>(
-        (src * PREVIEW_GLYPH_ALPHA + dst * (255u - PREVIEW_GLYPH_ALPHA) + 127u) / 255u);
+    return static_cast<uint8_t>((src * PREVIEW_GLYPH_ALPHA + dst * (255u - PREVIEW_GLYPH_ALPHA) + 127u) / 255u);
 }
 
 // Lays the glyph's coverage over the picture, its pen position at (penX, penY);
@@ -94,8 +93,7 @@ PreviewImage::PreviewImage(uint32_t width, uint32_t height)
 {
 }
 
-PreviewImage PreviewComposer::Compose(FTFont& font, const CharCodeList& codes, uint32_t width,
-                                      uint32_t height)
+PreviewImage PreviewComposer::Compose(FTFont& font, const CharCodeList& codes, uint32_t width, uint32_t height)
 {
     PreviewImage image(width, height);
     if (!font.HasFace())

@@ -39,8 +39,7 @@ public:
     // when the face cannot take the size, the area stays white; a glyph that cannot be
     // rendered leaves its cell empty. FreeType failures never leave this function; only
     // running out of memory does (std::bad_alloc). Leaves the face at PREVIEW_PIXEL_SIZE.
-    PreviewImage Compose(FTFont& font, const CharCodeList& codes, uint32_t width,
-                         uint32_t height);
+    PreviewImage Compose(FTFont& font, const CharCodeList& codes, uint32_t width, uint32_t height);
 
 private:
     PreviewGlyphCache glyphs;

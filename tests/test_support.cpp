@@ -46,7 +46,8 @@ std::string FontWithBrokenGlyph(const std::string& font, const std::filesystem::
     const FT_UInt index = FT_Get_Char_Index(face.Face(), code);
     const size_t loca = data.Table("loca");
     const bool longOffsets = data.U16(data.Table("head") + 50) == 1;
-    const size_t glyph = data.Table("glyf") + (longOffsets ? data.U32(loca + 4 * index) : 2 * data.U16(loca + 2 * index));
+    const size_t glyph =
+        data.Table("glyf") + (longOffsets ? data.U32(loca + 4 * index) : 2 * data.U16(loca + 2 * index));
     data.Put16(glyph, 0x7FFF);
     return data.SaveAs(dir / "broken.ttf");
 }

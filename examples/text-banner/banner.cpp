@@ -27,7 +27,8 @@ int KerningAfter(const ds_bitmap_font_char_t& c, char previous)
     return 0;
 }
 
-struct Placed {
+struct Placed
+{
     const ds_bitmap_font_char_t* c;
     int x; // left column of its bitmap
 };

@@ -17,7 +17,8 @@ TEST(CharactersFieldTest, OnlyEnterReplacesTheList)
     EXPECT_EQ(probe.CharCodes().size(), 95u);
     EXPECT_EQ(probe.CharCodes().front() + probe.CharCodes().back(), 32u + 126u);
 
-    const struct {
+    const struct
+    {
         const char* typed;
         CharCodeList expected;
     } steps[] = {{"65-67, 0x61", {65, 66, 67, 97}}, {"A", {}}, {"0x20-0x22", {32, 33, 34}}};

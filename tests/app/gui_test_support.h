@@ -61,7 +61,9 @@ public:
     DialogCatcher() { Register(); }
     ~DialogCatcher() override { Unregister(); }
 
-    std::function<int(wxDialog&)> answer = [](wxDialog&) { return int(wxID_OK); };
+    std::function<int(wxDialog&)> answer = [](wxDialog&) {
+        return int(wxID_OK);
+    };
     std::vector<Seen> seen;
 
 protected:

@@ -1,8 +1,8 @@
 // File > Load Font through the real GTK open dialog, chosen by keyboard.
 #include "gui_test_support.h"
 
-#include "test_support.h"
 #include "raster/ft_font.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 #include <wx/filedlg.h>

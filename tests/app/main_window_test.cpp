@@ -29,7 +29,8 @@ TEST(MainWindowTest, TitleIdsMenusAndLayout)
     ASSERT_EQ(bar->GetMenuCount(), 2u);
     EXPECT_EQ(bar->GetMenuLabel(0) + bar->GetMenuLabel(1), "&File&Help");
     EXPECT_EQ(bar->GetMenu(0)->GetMenuItemCount() + 10 * bar->GetMenu(1)->GetMenuItemCount(), 12u);
-    const struct {
+    const struct
+    {
         int id;
         size_t menu;
         const char* label;
@@ -53,7 +54,8 @@ TEST(MainWindowTest, TitleIdsMenusAndLayout)
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->GetLabel(), "Font Configuration");
     EXPECT_LT(box->GetRect().GetRight(), preview.x);
-    for (wxWindow* control : {(wxWindow*)probe.HeightCtrl(), (wxWindow*)probe.CharsCtrl(), (wxWindow*)probe.ExportButton()})
+    for (wxWindow* control :
+         {(wxWindow*)probe.HeightCtrl(), (wxWindow*)probe.CharsCtrl(), (wxWindow*)probe.ExportButton()})
         EXPECT_TRUE(box->GetRect().Contains(control->GetRect())) << control->GetName();
 
     // Only the preview and the characters field grow with the window.

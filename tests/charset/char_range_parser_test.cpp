@@ -10,6 +10,7 @@ using namespace std::string_literals;
 
 TEST(CharRangeParser, YieldsCodesInTextOrder)
 {
+    // clang-format off
     const std::pair<std::string, CharCodeList> cases[] = {
         {"32-126", CodeRange(32, 126)}, {"65,66,65", {65, 66, 65}}, {"70-65", {}}, {"65-65", {65}},
         {" 0x41 - 0x43 ,\t97 ", {65, 66, 67, 97}}, {"010", {8}}, {"0", {0}}, {"08", {}}, {"0x", {}},
@@ -24,6 +25,7 @@ TEST(CharRangeParser, YieldsCodesInTextOrder)
         // Ranges of more than 0x110000 codes are dropped; the list stops growing at 0x110000.
         {"0-1114112,65", {65}}, {"0-4000000000", {}},
     };
+    // clang-format on
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(ParseCharCodeText(text), expected) << testing::PrintToString(text);
 

@@ -5,7 +5,8 @@
 #include <vector>
 
 // What one run of a program left behind.
-struct ProgramResult {
+struct ProgramResult
+{
     int status = -1; // exit status; -1 when it did not exit normally
     std::string out; // standard output
     std::string err; // standard error

@@ -35,7 +35,10 @@ std::vector<std::pair<std::string, int>> Blocks(const std::string& source)
 std::pair<uint32_t, uint32_t> PngSize(const std::filesystem::path& path)
 {
     const std::string png = ReadFile(path);
-    const auto u32 = [&png](size_t at) { return uint32_t(uint8_t(png.at(at))) << 24 | uint8_t(png.at(at + 1)) << 16 | uint8_t(png.at(at + 2)) << 8 | uint8_t(png.at(at + 3)); };
+    const auto u32 = [&png](size_t at) {
+        return uint32_t(uint8_t(png.at(at))) << 24 | uint8_t(png.at(at + 1)) << 16 | uint8_t(png.at(at + 2)) << 8 |
+               uint8_t(png.at(at + 3));
+    };
     return {u32(16), u32(20)};
 }
 
@@ -44,16 +47,21 @@ TEST(ExportProgram, RotationsLeaveOutTheOtherRotationsBlocks)
     TempDir dir;
     std::filesystem::create_directory(dir.Path() / "sub");
     const auto run = [&dir](const std::string& rotations, const std::string& path) {
-        const ProgramResult result = RunExporter({"--rotations", rotations, "--chars", "32,65,86,84,46,106,233,66", "--stats",
-                                                  "--proof", dir.Prefix() + path + ".png", kTestFont, dir.Prefix() + path + ".cpp"});
+        const ProgramResult result =
+            RunExporter({"--rotations", rotations, "--chars", "32,65,86,84,46,106,233,66", "--stats", "--proof",
+                         dir.Prefix() + path + ".png", kTestFont, dir.Prefix() + path + ".cpp"});
         EXPECT_EQ(result.status, 0) << result.err;
         return result.out;
     };
     // Given in any order, the files hold the rotations in file order.
     run("270,180,0,90", "Font");
     const std::string full = ReadFile(dir.Path() / "Font.cpp"), fullHeader = ReadFile(dir.Path() / "Font.h");
-    const struct { std::string rotations; std::vector<int> chosen; std::string statsRow; } rows[] = {
-        {"0", {0}, " 0\n"}, {"270,90", {90, 270}, " 90,270\n"}, {"180", {180}, " 180\n"}};
+    const struct
+    {
+        std::string rotations;
+        std::vector<int> chosen;
+        std::string statsRow;
+    } rows[] = {{"0", {0}, " 0\n"}, {"270,90", {90, 270}, " 90,270\n"}, {"180", {180}, " 180\n"}};
     uint32_t widths = 2 * 16, tallest = 0; // the three proofs' panels side by side, 16 px apart
     for (const auto& row : rows) {
         SCOPED_TRACE(row.rotations);
@@ -63,7 +71,8 @@ TEST(ExportProgram, RotationsLeaveOutTheOtherRotationsBlocks)
             if (rotation < 0 || std::count(row.chosen.begin(), row.chosen.end(), rotation))
                 source += block;
         for (int rotation : {0, 90, 180, 270}) {
-            const std::string declaration = "\nextern const ds_bitmap_font_t font_Font_" + std::to_string(rotation) + ";";
+            const std::string declaration =
+                "\nextern const ds_bitmap_font_t font_Font_" + std::to_string(rotation) + ";";
             if (!std::count(row.chosen.begin(), row.chosen.end(), rotation))
                 header.erase(header.find(declaration), declaration.size());
         }

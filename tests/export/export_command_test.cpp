@@ -91,7 +91,8 @@ TEST(ExportCommandTest, CancelWritesNothingSaveWritesWhatTheWriterWrites)
 // should it open anyway, it is answered, so that a wrongly written file shows.
 TEST(ExportCommandTest, FaultsAreNamedBeforeTheSaveDialog)
 {
-    const struct {
+    const struct
+    {
         bool fontLoaded;
         const char* height;
         const char* chars;
@@ -127,7 +128,8 @@ TEST(ExportCommandTest, WriterFailuresAreShownInTheErrorBox)
 {
     TempDir dir;
     fs::create_directory(dir.Path() / "My_Font.cpp");
-    const struct {
+    const struct
+    {
         std::string font;
         const char* typed;
         const char* message;

@@ -8,6 +8,7 @@ TEST(ExportSettingsTest, FontHeightTexts)
 {
     const char* const range = kFontSizeRangeMessage;
     const char* const invalid = kInvalidFontSizeMessage;
+    // clang-format off
     const struct {
         std::string text;
         unsigned height;     // when accepted
@@ -20,10 +21,12 @@ TEST(ExportSettingsTest, FontHeightTexts)
         // A pasted megabyte is read whole, like any other text.
         {std::string(1 << 19, ' ') + "16" + std::string(1 << 19, '\n'), 16, nullptr},
     };
+    // clang-format on
     for (const auto& row : rows) {
         unsigned height = 12345;
         const std::optional<std::string> error = ParseFontHeight(row.text, height);
-        EXPECT_EQ(error, row.message ? std::optional<std::string>(row.message) : std::nullopt) << row.text.substr(0, 12);
+        EXPECT_EQ(error, row.message ? std::optional<std::string>(row.message) : std::nullopt)
+            << row.text.substr(0, 12);
         EXPECT_EQ(height, row.message ? 12345u : row.height) << "a refused text leaves the height alone";
     }
 }
@@ -32,6 +35,7 @@ TEST(ExportSettingsTest, FontHeightTexts)
 // none), its file name less one ".cpp" in any letter case, sanitized for identifiers.
 TEST(ExportSettingsTest, OutputPathsAndBaseNames)
 {
+    // clang-format off
     const struct {
         std::string path, directory, baseName, sanitized;
     } rows[] = {
@@ -45,6 +49,7 @@ TEST(ExportSettingsTest, OutputPathsAndBaseNames)
         {"/tmp/dir.cpp/caf\xC3\xA9", "/tmp/dir.cpp/", "caf\xC3\xA9", "caf__"},
         {"8x8_ok\t\x7F", "./", "8x8_ok\t\x7F", "8x8_ok__"},
     };
+    // clang-format on
     for (const auto& row : rows) {
         OutputLocation location = SplitOutputPath(row.path);
         EXPECT_EQ(location.directory + "|" + location.baseName, row.directory + "|" + row.baseName) << row.path;

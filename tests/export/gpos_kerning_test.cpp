@@ -16,7 +16,8 @@ namespace {
 int PairValue(hb_font_t* font, uint32_t first, uint32_t second)
 {
     hb_codepoint_t glyph = 0;
-    if (!hb_font_get_nominal_glyph(font, first, &glyph) || !glyph || !hb_font_get_nominal_glyph(font, second, &glyph) || !glyph)
+    if (!hb_font_get_nominal_glyph(font, first, &glyph) || !glyph || !hb_font_get_nominal_glyph(font, second, &glyph) ||
+        !glyph)
         return 0;
     int distance[2]; // advance of the first glyph + x offset of the second - x offset of the first
     for (int kern : {0, 1}) {
@@ -46,9 +47,9 @@ TEST(GposKerning, EveryPairAsShapedAlone)
     std::string error;
     const std::optional<Codepage> cp1251 = Codepage::Open("CP1251", error);
     const std::tuple<std::string, int, const Codepage*> cases[] = {
-        {kRoboto, 16, nullptr},     {kRoboto, 40, nullptr},     {kNotoSans, 9, nullptr}, {kNotoSans, 16, nullptr},
-        {kDejaVuSans, 11, nullptr}, {kDejaVuSans, 16, nullptr}, {kNotoSans, 16, &*cp1251},
-        {kTestFont, 16, nullptr}}; // T period: 'dist' spaces it, 'kern' moves T
+        {kRoboto, 16, nullptr},    {kRoboto, 40, nullptr},     {kNotoSans, 9, nullptr},
+        {kNotoSans, 16, nullptr},  {kDejaVuSans, 11, nullptr}, {kDejaVuSans, 16, nullptr},
+        {kNotoSans, 16, &*cp1251}, {kTestFont, 16, nullptr}}; // T period: 'dist' spaces it, 'kern' moves T
     for (const auto& [path, height, codepage] : cases) {
         ExportOptions options;
         options.kerning = KerningMode::Gpos;
@@ -72,7 +73,8 @@ TEST(GposKerning, EveryPairAsShapedAlone)
             for (const ExportCharacter& prev : characters)
                 if (const int value = PairValue(font, prev.character, current.character))
                     expected.push_back({static_cast<char>(prev.code), static_cast<int8_t>(value)});
-            ASSERT_EQ(source->PairsOf(current.code), expected) << path << " at " << height << " px, after code " << current.code;
+            ASSERT_EQ(source->PairsOf(current.code), expected)
+                << path << " at " << height << " px, after code " << current.code;
         }
         hb_font_destroy(font);
         hb_face_destroy(face);

@@ -35,8 +35,14 @@ std::string Captured(const std::function<void(OutputWriter&)>& write)
 TEST(WritersTest, WorkedExampleOfACharacterSection)
 {
     std::vector<unsigned char> pixels = {0x00, 0x80, 0xFF, 0x55, 0x10, 0x20, 0x30, 0x55};
-    const FT_Bitmap bitmap{.rows = 2, .width = 3, .pitch = 4, .buffer = pixels.data(), .num_grays = 256,
-                           .pixel_mode = FT_PIXEL_MODE_GRAY, .palette_mode = 0, .palette = nullptr};
+    const FT_Bitmap bitmap{.rows = 2,
+                           .width = 3,
+                           .pitch = 4,
+                           .buffer = pixels.data(),
+                           .num_grays = 256,
+                           .pixel_mode = FT_PIXEL_MODE_GRAY,
+                           .palette_mode = 0,
+                           .palette = nullptr};
     const FTGlyph glyph{&bitmap, 1, 2, 5, 0};
     EXPECT_EQ(Captured([&](OutputWriter& out) {
                   out.Write("#include <my_font.h>\n\n");

@@ -39,7 +39,12 @@ GreyImage Cut(const GreyImage& image, unsigned left, unsigned width, unsigned he
 
 TEST(ProofPanels, EachIsPanelZeroTurned)
 {
-    const struct { std::string font; unsigned height; std::string text; } rows[] = {
+    const struct
+    {
+        std::string font;
+        unsigned height;
+        std::string text;
+    } rows[] = {
         // Kerned pairs both ways and a positive one; ink left of the pen and below the baseline.
         {kTestFont, 16, "AVAT.\nVjA V."},
         {kDejaVuSans, 13, "AVWAy,j Tg\nfi{Q}"},

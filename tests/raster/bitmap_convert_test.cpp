@@ -6,6 +6,7 @@
 
 TEST(BitmapConvert, GivesEightBitCoverageWithPitchEqualToWidth)
 {
+    // clang-format off
     const struct {
         const char* name;
         unsigned char mode;
@@ -26,6 +27,7 @@ TEST(BitmapConvert, GivesEightBitCoverageWithPitchEqualToWidth)
         {"gray with five levels", FT_PIXEL_MODE_GRAY, 5, 3, 1, 3, {0, 2, 4}, {0, 127, 255}, false},
         {"gray drops padding", FT_PIXEL_MODE_GRAY, 256, 2, 1, 4, {7, 8, 9, 9}, {7, 8}, true},
     };
+    // clang-format on
     for (const auto& row : rows) {
         std::vector<unsigned char> stored = row.stored;
         FT_Bitmap source{};
@@ -41,8 +43,8 @@ TEST(BitmapConvert, GivesEightBitCoverageWithPitchEqualToWidth)
         const FT_Bitmap converted = ConvertToGrayCoverage(source, pixels);
         EXPECT_EQ(pixels, row.expected) << row.name;
         EXPECT_EQ(converted.buffer, pixels.data()) << row.name;
-        EXPECT_EQ(std::vector<int>({converted.pixel_mode, converted.num_grays, int(converted.width), int(converted.rows),
-                                    converted.pitch}),
+        EXPECT_EQ(std::vector<int>({converted.pixel_mode, converted.num_grays, int(converted.width),
+                                    int(converted.rows), converted.pitch}),
                   std::vector<int>({FT_PIXEL_MODE_GRAY, 256, int(row.width), int(row.rows), int(row.width)}))
             << row.name;
     }

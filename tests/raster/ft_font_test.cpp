@@ -28,7 +28,8 @@ std::string Repeated(int count, const std::string& row)
     return rows;
 }
 
-template <typename Action> std::string ThrownMessage(Action action)
+template <typename Action>
+std::string ThrownMessage(Action action)
 {
     try {
         action();
@@ -42,7 +43,8 @@ template <typename Action> std::string ThrownMessage(Action action)
 // Terminus's 1-bit strike comes out as 8-bit coverage.
 TEST(FTFont, RendersGlyphs)
 {
-    const struct {
+    const struct
+    {
         const std::string& font;
         uint32_t code;
         int32_t left, top, advanceX;
@@ -90,7 +92,8 @@ std::vector<std::string> CoverageRows(const FT_Bitmap& bitmap, double gamma = 1)
 // off its grid and Terminus's 1-bit strikes, which no choice changes.
 TEST(FTFont, RendersWithTheChosenOptions)
 {
-    const struct {
+    const struct
+    {
         RenderOptions options;
         FT_Int32 flags;
         FT_Render_Mode mode;
@@ -105,7 +108,8 @@ TEST(FTFont, RendersWithTheChosenOptions)
         {{Hinting::Auto, false, 2.2}, FT_LOAD_FORCE_AUTOHINT, FT_RENDER_MODE_NORMAL},
         {{Hinting::Native, false, 0.25}, FT_LOAD_DEFAULT, FT_RENDER_MODE_NORMAL},
     };
-    const struct {
+    const struct
+    {
         const std::string& font;
         std::vector<uint32_t> heights;
     } fonts[] = {{kDejaVuSans, {8, 12, 16}}, {kTestFont, {12}}, {kTerminus, {12, 16}}};
@@ -121,14 +125,15 @@ TEST(FTFont, RendersWithTheChosenOptions)
             FT_Set_Pixel_Sizes(face, 0, height);
             for (const auto& row : rows)
                 for (char32_t code : std::u32string_view(U"AVeg&j%\u00E9")) {
-                    SCOPED_TRACE(path + " " + std::to_string(height) + " px, flags " + std::to_string(row.flags) + ", code " +
-                                 std::to_string(code) + ", gamma " + std::to_string(row.options.gamma));
+                    SCOPED_TRACE(path + " " + std::to_string(height) + " px, flags " + std::to_string(row.flags) +
+                                 ", code " + std::to_string(code) + ", gamma " + std::to_string(row.options.gamma));
                     FTGlyph glyph;
                     font.RenderGlyph(code, glyph, row.options);
                     ASSERT_EQ(FT_Load_Glyph(face, FT_Get_Char_Index(face, code), row.flags), 0);
                     const bool strike = face->glyph->format == FT_GLYPH_FORMAT_BITMAP;
                     ASSERT_EQ(FT_Render_Glyph(face->glyph, row.mode), 0);
-                    EXPECT_EQ(CoverageRows(*glyph.bitmap), CoverageRows(face->glyph->bitmap, strike ? 1 : row.options.gamma));
+                    EXPECT_EQ(CoverageRows(*glyph.bitmap),
+                              CoverageRows(face->glyph->bitmap, strike ? 1 : row.options.gamma));
                     EXPECT_EQ(std::vector({glyph.left, glyph.top, glyph.advanceX}),
                               std::vector({face->glyph->bitmap_left, face->glyph->bitmap_top,
                                            static_cast<FT_Int>(face->glyph->advance.x >> 6)}));
@@ -143,13 +148,14 @@ TEST(FTFont, RendersWithTheChosenOptions)
 // the -2 a plain floor would give); characters above 127 passed as char name no glyph.
 TEST(FTFont, KerningInWholePixels)
 {
-    const struct {
+    const struct
+    {
         const std::string& font;
         uint32_t left, right, size;
         FT_Pos expected;
     } rows[] = {
-        {kTestFont, 'A', 'V', 16, -1}, {kTestFont, 'V', 'A', 16, -2}, {kTestFont, 'A', 'T', 16, -1},
-        {kTestFont, 'V', '.', 16, 1},  {kTestFont, 'V', 'A', 32, -6}, {kTestFont, 'T', 'A', 16, 0},
+        {kTestFont, 'A', 'V', 16, -1}, {kTestFont, 'V', 'A', 16, -2},   {kTestFont, 'A', 'T', 16, -1},
+        {kTestFont, 'V', '.', 16, 1},  {kTestFont, 'V', 'A', 32, -6},   {kTestFont, 'T', 'A', 16, 0},
         {kTestFont, 0xE9, 'V', 16, 0}, {kDejaVuSans, 'V', 'A', 36, -2},
     };
     for (const auto& row : rows) {
@@ -169,14 +175,15 @@ TEST(FTFont, KerningInWholePixels)
 TEST(FTFont, LooksUpInOwnEncoding)
 {
     const std::string misc = "/usr/share/fonts/X11/misc/";
-    const struct {
+    const struct
+    {
         std::string font;
         char32_t character;
         FT_ULong code; // in the font's encoding; 0: no glyph
         std::string unknown;
     } rows[] = {
-        {misc + "5x8-ISO8859-7.pcf.gz", U'Ω', 0xD9, ""}, {misc + "5x8-KOI8-R.pcf.gz", U'П', 0xF0, ""},
-        {misc + "5x8-ISO8859-15.pcf.gz", U'€', 0xA4, ""}, {misc + "5x8-ISO8859-15.pcf.gz", U'¤', 0, ""},
+        {misc + "5x8-ISO8859-7.pcf.gz", U'Ω', 0xD9, ""},      {misc + "5x8-KOI8-R.pcf.gz", U'П', 0xF0, ""},
+        {misc + "5x8-ISO8859-15.pcf.gz", U'€', 0xA4, ""},     {misc + "5x8-ISO8859-15.pcf.gz", U'¤', 0, ""},
         {misc + "8x16rk.pcf.gz", U'A', 0, "JISX0201.1976-0"}, {kTestFont, U'é', 0xE9, ""},
     };
     for (const auto& row : rows) {
@@ -198,7 +205,8 @@ TEST(FTFont, FaceStates)
     EXPECT_EQ(font.GetLineHeight(), 35);
     // A file that is no font keeps the face; unloading leaves none.
     const FT_Face current = font.Face();
-    EXPECT_EQ(ThrownMessage([&] { font.LoadFace(VELTRANE_TEST_FONT_DIR "/make_test_font.py"); }), "cannot load font file");
+    EXPECT_EQ(ThrownMessage([&] { font.LoadFace(VELTRANE_TEST_FONT_DIR "/make_test_font.py"); }),
+              "cannot load font file");
     EXPECT_EQ(font.Face(), current);
     EXPECT_STREQ(font.Face()->family_name, "Veltrane Test");
     font.UnloadFace();

@@ -1,7 +1,7 @@
 #include "raster/preview_image.h"
 
-#include "test_support.h"
 #include "raster/ft_font.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 
@@ -34,15 +34,15 @@ std::string Composed(const std::string* fontPath, const CharCodeList& codes, uin
 
 uint8_t Darkest(const std::string& grey)
 {
-    return static_cast<uint8_t>(*std::min_element(grey.begin(), grey.end(), [](char a, char b) {
-        return uint8_t(a) < uint8_t(b);
-    }));
+    return static_cast<uint8_t>(
+        *std::min_element(grey.begin(), grey.end(), [](char a, char b) { return uint8_t(a) < uint8_t(b); }));
 }
 
 // The committed pictures (binary PGM) are the reviewed output; `make regen-expected` rewrites them.
 TEST(PreviewComposer, MatchesCommittedPictures)
 {
-    const struct {
+    const struct
+    {
         const char* name;
         const std::string& font;
         CharCodeList codes;
@@ -95,7 +95,8 @@ TEST(PreviewComposer, KeptGlyphsFollowTheFace)
     const CharCodeList codes = {'A', 'T', 'j', 'V'};
     for (const std::string* path : {&kTestFont, &kDejaVuSans, static_cast<const std::string*>(nullptr), &kTestFont}) {
         path ? font.LoadFace(path->c_str()) : font.UnloadFace();
-        EXPECT_TRUE(GreyOf(kept.Compose(font, codes, 300, 100)) == GreyOf(PreviewComposer().Compose(font, codes, 300, 100)))
+        EXPECT_TRUE(GreyOf(kept.Compose(font, codes, 300, 100)) ==
+                    GreyOf(PreviewComposer().Compose(font, codes, 300, 100)))
             << (path ? *path : "no face");
     }
 }

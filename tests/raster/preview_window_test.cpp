@@ -3,9 +3,9 @@
 #include "gui_test_support.h"
 
 #include "point_by_point_paint.h"
-#include "test_support.h"
 #include "raster/ft_font.h"
 #include "raster/preview_image.h"
+#include "test_support.h"
 
 #include <gtest/gtest.h>
 #include <wx/textctrl.h>
@@ -27,12 +27,13 @@ testing::AssertionResult ScreenShows(wxWindow& area, const PreviewImage& picture
     uint32_t width = 0, height = 0;
     std::vector<uint8_t> rgb(picture.rgb.size());
     if (!pipe || std::fscanf(pipe.get(), "P6 %u %u 255", &width, &height) != 2 || std::fgetc(pipe.get()) == EOF ||
-        width != picture.width || height != picture.height || std::fread(rgb.data(), 1, rgb.size(), pipe.get()) != rgb.size())
+        width != picture.width || height != picture.height ||
+        std::fread(rgb.data(), 1, rgb.size(), pipe.get()) != rgb.size())
         return testing::AssertionFailure() << "no screenshot of the area from: " << command;
     for (size_t i = 0; i < rgb.size(); ++i)
         if (std::abs(rgb[i] - picture.rgb[i]) > 1)
-            return testing::AssertionFailure() << "pixel " << i / 3 << " is " << int(rgb[i]) << ", expected "
-                                               << int(picture.rgb[i]);
+            return testing::AssertionFailure()
+                   << "pixel " << i / 3 << " is " << int(rgb[i]) << ", expected " << int(picture.rgb[i]);
     return testing::AssertionSuccess();
 }
 
@@ -63,7 +64,9 @@ TEST(PreviewWindowTest, ShowsTheComposedPicture)
             reference.LoadFace(kDejaVuSans.c_str());
         return PreviewComposer().Compose(reference, probe.CharCodes(), width, height);
     };
-    auto refresh = [&] { area.Refresh(); };
+    auto refresh = [&] {
+        area.Refresh();
+    };
 
     PaintAfter(area, refresh);
     EXPECT_TRUE(ScreenShows(area, expected())) << "no face yet: white";
@@ -83,7 +86,9 @@ TEST(PreviewWindowTest, ShowsTheComposedPicture)
 
     // The yardstick for the blending rule: the same list drawn point by point with
     // translucent pens by the toolkit itself shows the same picture.
-    auto literal = [&](wxPaintEvent&) { PaintPointByPoint(area, font, probe.CharCodes()); };
+    auto literal = [&](wxPaintEvent&) {
+        PaintPointByPoint(area, font, probe.CharCodes());
+    };
     area.Bind(wxEVT_PAINT, literal);
     PaintAfter(area, refresh);
     area.Unbind(wxEVT_PAINT, literal);
