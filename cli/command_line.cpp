@@ -4,6 +4,7 @@
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
 #include "cli/glyph_sets.h"
+#include "cli/named_choice.h"
 #include "cli/render_choices.h"
 #include "cli/rotation_list.h"
 #include "cli/unknown_option.h"
@@ -48,22 +49,14 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 
-// Any letter case, "GPOS" being how the table is usually written; ASCII only, as a
-// Turkish locale would lower "I" to a dotless one.
+// Any letter case, "GPOS" being how the table is usually written.
 KerningMode ParseKerning(const std::string& text)
 {
-    std::string lower = text;
-    for (char& c : lower)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    if (lower == "legacy")
-        return KerningMode::Legacy;
-    if (lower == "gpos")
-        return KerningMode::Gpos;
-    if (lower == "auto")
-        return KerningMode::Auto;
-    if (lower == "none")
-        return KerningMode::None;
-    throw CLI::ValidationError("--kerning", "\"" + text + "\" is not legacy, gpos, auto or none");
+    return NamedChoice<KerningMode>("--kerning", text,
+                                    {{"legacy", KerningMode::Legacy},
+                                     {"gpos", KerningMode::Gpos},
+                                     {"auto", KerningMode::Auto},
+                                     {"none", KerningMode::None}});
 }
 
 // Help that names each option's value and leaves the rest to its description: no types,

@@ -1,5 +1,7 @@
 #include "cli/render_choices.h"
 
+#include "cli/named_choice.h"
+
 #include <charconv>
 
 namespace {
@@ -7,21 +9,11 @@ namespace {
 constexpr double kMinGamma = 0.25;
 constexpr double kMaxGamma = 4;
 
-// Any letter case; ASCII only, as a Turkish locale would lower "I" to a dotless one.
 Hinting ParseHinting(const std::string& text)
 {
-    std::string lower = text;
-    for (char& c : lower)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    if (lower == "native")
-        return Hinting::Native;
-    if (lower == "light")
-        return Hinting::Light;
-    if (lower == "auto")
-        return Hinting::Auto;
-    if (lower == "none")
-        return Hinting::None;
-    throw CLI::ValidationError("--hinting", "\"" + text + "\" is not native, light, auto or none");
+    return NamedChoice<Hinting>(
+        "--hinting", text,
+        {{"native", Hinting::Native}, {"light", Hinting::Light}, {"auto", Hinting::Auto}, {"none", Hinting::None}});
 }
 
 // A decimal number, read the same in every locale; "nan" and "inf" fail the range.
