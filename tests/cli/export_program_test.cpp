@@ -415,6 +415,13 @@ TEST(ExportProgram, WarningsAndStats)
         {{}, {"--height", "8", "--chars", "65,176,191", kKoi8rFont, "Font.cpp"}, 0,
          kNote + "no glyph for 191 (the font is encoded in KOI8-R); " + kShape, "", kPair},
         {{}, {"--stats", "--chars", "65,86", kTestFont, "Font.cpp"}, 0, "", stats, kPair},
+        // A fallback's glyphs are not missing; each font's count, the column right of the longest name.
+        {{}, {"--stats", "--chars", "65-67", "--fallback", kIconsFont, kTestFont, "Font.cpp"}, 0,
+         kNote + "no glyph for 67; " + kShape,
+         "characters                                3\n"
+         "  from veltrane-test.ttf                  2\n"
+         "  from veltrane-test-icons.ttf            1\n",
+         kPair},
         {{}, {"--codepage", "CP1251", "--chars", "65", "--text", "и\u0306", "--proof", "p.png", "--proof-text",
               "и\u0306", kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 233; " + kShape, "",
          {"Font.cpp", "Font.h", "p.png"}},
