@@ -8,13 +8,17 @@
 
 namespace {
 
-std::u32string DecodeValidUtf8(const utf8proc_uint8_t* text, utf8proc_ssize_t size)
+// Nothing when the bytes are not valid UTF-8.
+std::optional<std::u32string> Decode(const utf8proc_uint8_t* text, utf8proc_ssize_t size)
 {
     std::u32string characters;
     for (utf8proc_ssize_t at = 0; at < size;) {
         utf8proc_int32_t character = 0;
-        at += utf8proc_iterate(text + at, size - at, &character);
+        const utf8proc_ssize_t length = utf8proc_iterate(text + at, size - at, &character);
+        if (length <= 0)
+            return std::nullopt;
         characters.push_back(static_cast<char32_t>(character));
+        at += length;
     }
     return characters;
 }
@@ -23,16 +27,7 @@ std::u32string DecodeValidUtf8(const utf8proc_uint8_t* text, utf8proc_ssize_t si
 
 std::optional<std::u32string> DecodeUtf8(const std::string& text)
 {
-    const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-    const auto size = static_cast<utf8proc_ssize_t>(text.size());
-    for (utf8proc_ssize_t at = 0; at < size;) {
-        utf8proc_int32_t character = 0;
-        const utf8proc_ssize_t length = utf8proc_iterate(bytes + at, size - at, &character);
-        if (length <= 0)
-            return std::nullopt;
-        at += length;
-    }
-    return DecodeValidUtf8(bytes, size);
+    return Decode(reinterpret_cast<const utf8proc_uint8_t*>(text.data()), static_cast<utf8proc_ssize_t>(text.size()));
 }
 
 std::vector<std::u32string> TextReadings(const std::string& text)
@@ -47,7 +42,7 @@ std::vector<std::u32string> TextReadings(const std::string& text)
     const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owned(composed, &std::free);
     if (size < 0) // out of memory
         return {*typed};
-    std::vector<std::u32string> readings = {DecodeValidUtf8(composed, size)};
+    std::vector<std::u32string> readings = {Decode(composed, size).value_or(*typed)};
     if (readings.front() != *typed)
         readings.push_back(std::move(*typed));
     return readings;

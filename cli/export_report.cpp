@@ -27,3 +27,13 @@ std::string Quoted(const std::string& text)
     }
     return quoted + "\"";
 }
+
+std::string QuotedShort(std::string_view text, size_t maxBytes)
+{
+    if (text.size() <= maxBytes)
+        return Quoted(std::string(text));
+    size_t cut = maxBytes;
+    while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80)
+        --cut;
+    return Quoted(std::string(text.substr(0, cut))) + "...";
+}

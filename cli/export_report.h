@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Starts every line the exporter writes on standard error besides a failure's message, so
@@ -24,3 +25,7 @@ void PrintReport(FILE* err, const std::optional<std::string>& failure, const Exp
 // `text` in double quotes, with quotes, backslashes and control bytes escaped so that it
 // stays on its line.
 std::string Quoted(const std::string& text);
+
+// The same for a text a user may have pasted a megabyte of: cut after at most `maxBytes`
+// (at a UTF-8 character's start) and marked "..." so that it stays one readable line.
+std::string QuotedShort(std::string_view text, size_t maxBytes);

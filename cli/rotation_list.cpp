@@ -5,23 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// An item as a message shows it: a long one cut short, at a UTF-8 character's start, so
-// that pasted junk stays one readable line.
-std::string Shown(std::string_view item)
-{
-    constexpr size_t kMaxShown = 16;
-    if (item.size() <= kMaxShown)
-        return Quoted(std::string(item));
-    size_t cut = kMaxShown;
-    while (cut > 0 && (static_cast<unsigned char>(item[cut]) & 0xC0) == 0x80)
-        --cut;
-    return Quoted(std::string(item.substr(0, cut))) + "...";
-}
-
-} // namespace
-
 std::optional<std::string> ReadRotationList(const std::string& text, RotationList& rotations)
 {
     RotationList read;
@@ -31,7 +14,7 @@ std::optional<std::string> ReadRotationList(const std::string& text, RotationLis
         const auto known = std::find_if(kRotations.begin(), kRotations.end(),
                                         [item](unsigned rotation) { return item == std::to_string(rotation); });
         if (known == kRotations.end())
-            return Shown(item) + " is not 0, 90, 180 or 270";
+            return QuotedShort(item, 16) + " is not 0, 90, 180 or 270";
         if (HasRotation(read, *known))
             return std::to_string(*known) + " is given twice";
         read.push_back(*known);

@@ -19,24 +19,11 @@ std::optional<uint32_t> ReadNumber(const std::string& text)
     return codes.front();
 }
 
-// The piece as the message shows it: a long one cut short (at a UTF-8 character's start),
-// so that a pasted megabyte stays one readable line.
-std::string Shown(const std::string& piece)
-{
-    constexpr size_t kMaxShown = 40;
-    if (piece.size() <= kMaxShown)
-        return Quoted(piece);
-    size_t cut = kMaxShown;
-    while (cut > 0 && (static_cast<unsigned char>(piece[cut]) & 0xC0) == 0x80)
-        --cut;
-    return Quoted(piece.substr(0, cut)) + "...";
-}
-
 } // namespace
 
 std::string WhyPieceUnread(const std::string& piece, const std::string& option)
 {
-    const std::string quoted = Shown(piece) + " in " + option + " ";
+    const std::string quoted = QuotedShort(piece, 40) + " in " + option + " ";
     const size_t dash = piece.find('-');
     if (dash == piece.npos)
         return quoted + "is not a number";
