@@ -3,6 +3,7 @@
 #include "app/app_version.h"
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
+#include "cli/format_choices.h"
 #include "cli/glyph_sets.h"
 #include "cli/named_choice.h"
 #include "cli/render_choices.h"
@@ -167,6 +168,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
            "of one orientation (default all four; a proof shows them in the order given)")
         ->type_name("LIST");
     AddRenderOptions(app, request);
+    AddFormatOptions(app, request);
     app.add_flag("--stats", request.stats,
                  "After the export, print a table of what was written on standard output: characters,\n"
                  "pixel bytes, kerning pairs and the sizes of the two files");
@@ -211,6 +213,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
     try {
         app.parse(argc, argv);
         CheckRenderChoices(app, request);
+        CheckFormatChoices(app, request);
     } catch (const CLI::ParseError& e) {
         // --help and --version arrive here too, with a status of 0 and the text for stdout.
         if (e.get_exit_code() == 0) {

@@ -31,6 +31,29 @@
 # The export runs again when a font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
+# The packed fonts' C runtime, from the source tree or from where the package installed it.
+if(NOT DEFINED VELTRANE_RUNTIME_DIR)
+  get_filename_component(VELTRANE_RUNTIME_DIR "${CMAKE_CURRENT_LIST_DIR}/../runtime" ABSOLUTE)
+endif()
+
+# veltrane_add_font_runtime(): the target veltrane::font_runtime, the runtime that draws
+# packed fonts, built with the project's own C compiler (a firmware's, when it cross
+# compiles). The project must have enabled C. Made once; find_package makes it at once
+# when C is enabled, veltrane_add_bitmap_font(... FORMAT packed) when first needed.
+function(veltrane_add_font_runtime)
+  if(TARGET veltrane::font_runtime)
+    return()
+  endif()
+  get_property(languages GLOBAL PROPERTY ENABLED_LANGUAGES)
+  if(NOT "C" IN_LIST languages)
+    message(FATAL_ERROR "veltrane::font_runtime is C: enable C in the project, e.g. project(firmware C CXX)")
+  endif()
+  add_library(veltrane_font_runtime STATIC "${VELTRANE_RUNTIME_DIR}/veltrane_font.c")
+  target_include_directories(veltrane_font_runtime PUBLIC "${VELTRANE_RUNTIME_DIR}")
+  set_target_properties(veltrane_font_runtime PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON)
+  add_library(veltrane::font_runtime ALIAS veltrane_font_runtime)
+endfunction()
+
 function(veltrane_add_bitmap_font target)
   set(flags)
   set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF)
