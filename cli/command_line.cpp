@@ -47,6 +47,7 @@ constexpr const char* kFooter =
     "      out/Icons.cpp\n"
     "  veltrane-fontgen-export --fallback NotoSans-Regular.ttf --codepage CP1251 --text 'Привет' \\\n"
     "      --height 12 6x12-ISO8859-1.pcf.gz out/Pixel.cpp\n"
+    "  veltrane-fontgen-export --format packed --bpp 4 DejaVuSans.ttf out/Small.c\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 

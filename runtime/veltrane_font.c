@@ -1,24 +1,41 @@
 /* Draws the packed fonts veltrane_font.h describes, straight from their bit streams. */
 #include "veltrane_font.h"
 
-/* The next `count` bits (at most 32) at bit *pos, most significant first. */
-static uint32_t read_bits(const uint8_t *data, uint32_t *pos, unsigned count)
+/* A stream of bits, most significant first, read a byte at a time into a window. */
+typedef struct
 {
-    uint32_t value = 0;
-    while (count--) {
-        value = value << 1 | ((data[*pos >> 3] >> (7 - (*pos & 7))) & 1u);
-        ++*pos;
+    const uint8_t *next;
+    uint32_t window;
+    unsigned bits; /* not yet taken at the bottom of the window */
+} stream_t;
+
+/* The next `count` bits, at most 24. */
+static uint32_t take(stream_t *stream, unsigned count)
+{
+    while (stream->bits < count) {
+        stream->window = stream->window << 8 | *stream->next++;
+        stream->bits += 8;
     }
-    return value;
+    stream->bits -= count;
+    return (stream->window >> stream->bits) & ((1u << count) - 1);
+}
+
+/* Starts `stream` at bit `pos` of `data`. */
+static void start(stream_t *stream, const uint8_t *data, uint32_t pos)
+{
+    stream->next = data + (pos >> 3);
+    stream->window = 0;
+    stream->bits = 0;
+    take(stream, pos & 7);
 }
 
 /* A length as Elias gamma codes it: the bits of length + 1 after as many zeros less one. */
-static uint32_t read_run(const uint8_t *data, uint32_t *pos)
+static uint32_t take_run(stream_t *stream)
 {
     unsigned zeros = 0;
-    while (!read_bits(data, pos, 1))
+    while (!take(stream, 1))
         ++zeros;
-    return ((1u << zeros) | read_bits(data, pos, zeros)) - 1;
+    return (1u << zeros | take(stream, zeros)) - 1;
 }
 
 /* The glyph's index in the records, or -1 for a code the font lacks. */
@@ -38,31 +55,33 @@ static int find_glyph(const vt_font_t *font, unsigned code)
 
 static void read_record(const vt_font_t *font, int index, int32_t *field)
 {
-    uint32_t pos = (uint32_t)index * font->record_bits;
+    stream_t stream;
     int f;
+    start(&stream, font->records, (uint32_t)index * font->record_bits);
     for (f = 0; f < VT_RECORD_FIELDS; ++f)
-        field[f] = (int32_t)read_bits(font->records, &pos, font->field_bits[f]) + font->field_min[f];
+        field[f] = (int32_t)take(&stream, font->field_bits[f]) + font->field_min[f];
 }
 
-/* Looks up `key` in `count` sorted entries `entry_bits` apart from bit `base`, each
- * starting with its key of `key_bits`; on a match *pos is the bit after that key. */
-static int find_entry(const uint8_t *data, uint32_t base, unsigned count, unsigned entry_bits, unsigned key_bits,
-                      uint32_t key, uint32_t *pos)
+/* The value after `key` in `count` sorted entries `entry_bits` apart from bit `base`,
+ * each its key of `key_bits` and then the value; -1 when no entry has that key. */
+static int32_t find_entry(const uint8_t *data, uint32_t base, unsigned count, unsigned entry_bits, unsigned key_bits,
+                          uint32_t key)
 {
     unsigned low = 0, high = count;
     while (low < high) {
-        unsigned middle = (low + high) >> 1;
+        const unsigned middle = (low + high) >> 1;
+        stream_t stream;
         uint32_t found;
-        *pos = base + middle * entry_bits;
-        found = read_bits(data, pos, key_bits);
+        start(&stream, data, base + middle * entry_bits);
+        found = take(&stream, key_bits);
         if (found == key)
-            return 1;
+            return (int32_t)take(&stream, entry_bits - key_bits);
         if (found < key)
             low = middle + 1;
         else
             high = middle;
     }
-    return 0;
+    return -1;
 }
 
 /* The pen adjustment between `left` and the character `right` after it. */
@@ -70,22 +89,24 @@ static int kerning(const vt_font_t *font, unsigned left, unsigned right)
 {
     const uint8_t *data = font->kerning;
     const unsigned delta_bits = font->kerning_delta_bits;
-    uint32_t pos;
-    if (font->kerning_form == VT_KERNING_PAIRS) {
-        if (!find_entry(data, 0, font->kerning_entries[0], 16 + delta_bits, 16, right << 8 | left, &pos))
-            return 0;
-    } else if (font->kerning_form == VT_KERNING_CLASSES) {
-        const unsigned left_bits = font->kerning_class_bits[0], right_bits = font->kerning_class_bits[1];
-        uint32_t right_pos, left_class;
-        if (!find_entry(data, 0, font->kerning_entries[0], 8 + left_bits, 8, left, &pos) ||
-            !find_entry(data, font->kerning_rights, font->kerning_entries[1], 8 + right_bits, 8, right, &right_pos))
-            return 0;
-        left_class = read_bits(data, &pos, left_bits);
-        pos = font->kerning_deltas + (left_class * font->kerning_columns + read_bits(data, &right_pos, right_bits)) * delta_bits;
-    } else {
+    int32_t stored;
+    if (!data)
         return 0;
+    if (font->kerning_form == VT_KERNING_PAIRS) {
+        stored = find_entry(data, 0, font->kerning_entries[0], 16 + delta_bits, 16, right << 8 | left);
+    } else {
+        const int32_t left_class =
+            find_entry(data, 0, font->kerning_entries[0], 8 + font->kerning_class_bits[0], 8, left);
+        const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],
+                                               8 + font->kerning_class_bits[1], 8, right);
+        stream_t stream;
+        if (left_class < 0 || right_class < 0)
+            return 0;
+        start(&stream, data,
+              font->kerning_deltas + ((uint32_t)left_class * font->kerning_columns + (uint32_t)right_class) * delta_bits);
+        stored = (int32_t)take(&stream, delta_bits);
     }
-    return (int)read_bits(data, &pos, delta_bits) + font->kerning_delta_min;
+    return stored < 0 ? 0 : stored + font->kerning_delta_min;
 }
 
 /* Plots the glyph of `field` with the pen at (x, y), turned by (cosine, sine). */
@@ -94,65 +115,59 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
 {
     const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp;
     const int width = field[VT_FIELD_WIDTH], height = field[VT_FIELD_HEIGHT];
-    uint32_t pos = (uint32_t)field[VT_FIELD_PIXELS], left = (uint32_t)width * (uint32_t)height, zeros = 0;
+    stream_t stream;
+    uint32_t left = (uint32_t)width * (uint32_t)height, zeros = 0;
     unsigned value = 0;
     int column = 0, row = 0, run_due = 1;
+    /* The scan's position along its line (a row, or a column with VT_CODING_COLUMNS) and across. */
+    int *const along = coding & VT_CODING_COLUMNS ? &row : &column, *const across = along == &row ? &column : &row;
+    const int line = along == &row ? height : width;
+    start(&stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS]);
     /* A turned pixel covers the square left of or above its corner. */
     x -= cosine < 0 || sine < 0;
     y -= cosine < 0 || sine > 0;
-    while (left--) {
+    while (left) {
         unsigned stored;
+        uint32_t count = 1; /* pixels this step covers */
         if (coding & VT_CODING_RUNS) {
             if (run_due) {
-                zeros = read_run(font->pixels, &pos);
+                zeros = take_run(&stream);
                 run_due = 0;
             }
             if (zeros) {
-                --zeros;
+                /* A run that leaves the pixels 0 is stepped over at once; the packer ends
+                 * every run within the glyph. */
+                if (!(coding & VT_CODING_CHANGES) || !value)
+                    count = zeros;
+                zeros -= count;
                 stored = 0;
             } else {
-                stored = bpp > 1 ? read_bits(font->pixels, &pos, bpp) : 1;
+                stored = bpp > 1 ? take(&stream, bpp) : 1;
                 run_due = 1;
             }
         } else {
-            stored = read_bits(font->pixels, &pos, bpp);
+            stored = take(&stream, bpp);
         }
         value = coding & VT_CODING_CHANGES ? stored ^ value : stored;
+        left -= count;
         if (value) {
             const int dx = field[VT_FIELD_LEFT] + column, dy = row - field[VT_FIELD_TOP];
             plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy,
                  (uint8_t)(value * font->coverage_scale));
         }
-        if (coding & VT_CODING_COLUMNS) {
-            if (++row == height) {
-                row = 0;
-                ++column;
-            }
-        } else if (++column == width) {
-            column = 0;
-            ++row;
-        }
+        for (*along += (int)count; *along >= line; *along -= line)
+            ++*across;
     }
-}
-
-/* 0 to 3 for 0, 90, 180 and 270; -1 for any other rotation. */
-static int quarter_turns(int rotation)
-{
-    int quarter;
-    for (quarter = 0; quarter < 4; ++quarter)
-        if (rotation == quarter * 90)
-            return quarter;
-    return -1;
 }
 
 /* Draws the codes from `text` up to `end`, or up to its 0 byte when `end` is null. */
 static int draw_codes(const vt_font_t *font, const uint8_t *text, const uint8_t *end, int x, int y, int rotation,
                       vt_plot_fn plot, void *ctx)
 {
-    const int quarter = quarter_turns(rotation);
-    const int cosine = (quarter == 0) - (quarter == 2), sine = (quarter == 1) - (quarter == 3);
+    /* The turn; both 0 for a rotation other than 0, 90, 180 and 270. */
+    const int cosine = (rotation == 0) - (rotation == 180), sine = (rotation == 90) - (rotation == 270);
     int advance = 0, previous = -1;
-    if (quarter < 0)
+    if (!cosine && !sine)
         return 0;
     for (; text != end && (end || *text); ++text) {
         const int index = find_glyph(font, *text);
