@@ -1,7 +1,7 @@
 // Draws a banner in the four rotations as text art, the same program on the host and on a
-// Cortex-M3: its output is compared byte for byte. It draws from the ds export; with
-// FIRMWARE_PACKED it also draws through the runtime from the packed export and checks each
-// picture against the ds one quantized to the packed bits a pixel.
+// Cortex-M3: its output is compared byte for byte. It draws from the ds export, then through
+// the runtime from the packed export, and checks each picture against the ds one quantized
+// to the packed bits a pixel.
 
 #include "canvas.h"
 #include "ds_text.h"
@@ -10,11 +10,7 @@
 
 #include <stdio.h>
 
-#ifdef FIRMWARE_PACKED
-extern "C" {
 #include <banner_packed.h> // generated: font_banner_packed
-}
-#endif
 
 namespace {
 
@@ -47,7 +43,6 @@ Pen Frame(int rotation, int advance, int ascender, int descender, Canvas& canvas
     return pens[rotation / 90];
 }
 
-#ifdef FIRMWARE_PACKED
 Canvas packed_canvas;
 
 extern "C" void PlotPacked(void* canvas, int x, int y, uint8_t coverage)
@@ -80,7 +75,6 @@ bool DrawPacked(int rotation, int advance)
         CanvasPrint(packed_canvas);
     return same;
 }
-#endif
 
 // Draws the banner from the ds record of `rotation` and prints it; returns its advance.
 int DrawDs(int rotation)
@@ -101,10 +95,8 @@ int main()
 {
     bool ok = true;
     for (int rotation = 0; rotation < 360; rotation += 90) {
-        [[maybe_unused]] const int advance = DrawDs(rotation);
-#ifdef FIRMWARE_PACKED
+        const int advance = DrawDs(rotation);
         ok = DrawPacked(rotation, advance) && ok;
-#endif
     }
     return ok ? 0 : 1;
 }
