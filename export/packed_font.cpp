@@ -11,6 +11,8 @@ namespace {
 
 using Record = std::array<int64_t, packed::kFields>;
 
+constexpr uint64_t kMaxFieldValue = uint64_t{1} << packed::kMaxFieldBits;
+
 // The fields that place a glyph's pixels, which a glyph with nothing to draw has none of.
 bool IsBoxField(unsigned field)
 {
@@ -66,6 +68,22 @@ void PackRecords(std::vector<Record> records, const std::vector<bool>& drawn, Pa
     font.records = out.Bytes();
 }
 
+// The runtime reads a field in at most 24 bits: beyond 2^24 bits of pixels, each glyph's
+// start is a multiple of 2^shift bits and its position is kept >> shift.
+unsigned PixelShift(const std::vector<StoredPixels>& stored)
+{
+    for (unsigned shift = 0;; ++shift) {
+        const uint64_t unit = uint64_t{1} << shift;
+        uint64_t end = 0, lastStart = 0;
+        for (const StoredPixels& glyph : stored) {
+            lastStart = (end + unit - 1) / unit * unit;
+            end = lastStart + glyph.bits.Size();
+        }
+        if ((lastStart >> shift) < kMaxFieldValue)
+            return shift;
+    }
+}
+
 } // namespace
 
 PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning>& kerning,
@@ -78,15 +96,20 @@ PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning
     font.coverageScale = 255 / ((1u << options.bpp) - 1);
     PackRanges(glyphs, font);
 
+    std::vector<StoredPixels> stored;
+    for (const PackGlyph& glyph : glyphs)
+        stored.push_back(StorePixels(glyph, options));
+    font.pixelShift = PixelShift(stored);
     BitWriter pixels;
     std::vector<Record> records;
     std::vector<bool> drawn;
-    for (const PackGlyph& glyph : glyphs) {
-        const StoredPixels stored = StorePixels(glyph, options);
-        drawn.push_back(stored.width > 0);
-        records.push_back({stored.width, stored.rows, stored.left, stored.top, glyph.advance,
-                           static_cast<int64_t>(pixels.Size()), stored.coding});
-        pixels.Append(stored.bits);
+    for (size_t i = 0; i < glyphs.size(); ++i) {
+        while (pixels.Size() % (uint64_t{1} << font.pixelShift) != 0)
+            pixels.Write(0, 1);
+        drawn.push_back(stored[i].width > 0);
+        records.push_back({stored[i].width, stored[i].rows, stored[i].left, stored[i].top, glyphs[i].advance,
+                           static_cast<int64_t>(pixels.Size() >> font.pixelShift), stored[i].coding});
+        pixels.Append(stored[i].bits);
     }
     PackRecords(std::move(records), drawn, font);
     font.pixels = pixels.Bytes();

@@ -23,6 +23,9 @@ enum Field
     kFields
 };
 
+// The most bits of a record's field.
+constexpr unsigned kMaxFieldBits = 24;
+
 // VT_CODING_*
 constexpr unsigned kRuns = 1, kColumns = 2, kChanges = 4;
 
@@ -77,6 +80,7 @@ struct PackedFont
     unsigned kerningColumns = 0;
     std::array<unsigned, packed::kFields> fieldBits{};
     unsigned recordBits = 0;
+    unsigned pixelShift = 0;
     unsigned bpp = 0;
     unsigned coverageScale = 0;
     packed::KerningForm kerningForm = packed::KerningForm::None;

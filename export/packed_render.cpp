@@ -84,8 +84,8 @@ PackedFont RenderPackedFont(const std::vector<FTFont*>& fonts, const ExportChara
         !FitsInt16(metrics.descender))
         throw FTException("line metrics too large for a packed font");
     PackedFont font = PackFont(std::move(glyphs), pairs, metrics, options.packed);
-    for (int min : font.fieldMin)
-        if (!FitsInt16(min))
+    for (unsigned field = 0; field < packed::kFields; ++field)
+        if (!FitsInt16(font.fieldMin[field]) || font.fieldBits[field] > packed::kMaxFieldBits)
             throw FTException("glyph metrics too large for a packed font");
     for (ExportListener* listener : listeners)
         listener->FontRecordsWritten(metrics);

@@ -76,12 +76,15 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     out.Write("const vt_font_t font_");
     out.Write(baseName);
     out.Write(" = {\n");
-    WriteMember(out, "records", ArrayOrNull("glyph_records", font.records));
-    WriteMember(out, "pixels", ArrayOrNull("glyph_pixels", font.pixels));
-    WriteMember(out, "ranges", ArrayOrNull("code_ranges", font.ranges));
-    WriteMember(out, "kerning", ArrayOrNull("kerning_data", font.kerning));
-    WriteMember(out, "kerning_rights", font.kerningRights);
-    WriteMember(out, "kerning_deltas", font.kerningDeltas);
+    WriteMember(out, "bpp", font.bpp);
+    WriteMember(out, "coverage_scale", font.coverageScale);
+    WriteMember(out, "record_bits", font.recordBits);
+    WriteMember(out, "pixel_shift", font.pixelShift);
+    WriteListMember(out, "field_bits", font.fieldBits);
+    WriteMember(out, "kerning_form", KerningFormName(font.kerningForm));
+    WriteListMember(out, "kerning_class_bits", font.kerningClassBits);
+    WriteMember(out, "kerning_delta_bits", font.kerningDeltaBits);
+    WriteMember(out, "kerning_delta_min", font.kerningDeltaMin);
     WriteMember(out, "height", static_cast<long>(font.metrics.height));
     WriteMember(out, "ascender", font.metrics.ascender);
     WriteMember(out, "descender", font.metrics.descender);
@@ -89,14 +92,12 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteMember(out, "range_count", font.rangeCount);
     WriteListMember(out, "kerning_entries", font.kerningEntries);
     WriteMember(out, "kerning_columns", font.kerningColumns);
-    WriteListMember(out, "field_bits", font.fieldBits);
-    WriteMember(out, "record_bits", font.recordBits);
-    WriteMember(out, "bpp", font.bpp);
-    WriteMember(out, "coverage_scale", font.coverageScale);
-    WriteMember(out, "kerning_form", KerningFormName(font.kerningForm));
-    WriteListMember(out, "kerning_class_bits", font.kerningClassBits);
-    WriteMember(out, "kerning_delta_bits", font.kerningDeltaBits);
-    WriteMember(out, "kerning_delta_min", font.kerningDeltaMin);
+    WriteMember(out, "records", ArrayOrNull("glyph_records", font.records));
+    WriteMember(out, "pixels", ArrayOrNull("glyph_pixels", font.pixels));
+    WriteMember(out, "ranges", ArrayOrNull("code_ranges", font.ranges));
+    WriteMember(out, "kerning", ArrayOrNull("kerning_data", font.kerning));
+    WriteMember(out, "kerning_rights", font.kerningRights);
+    WriteMember(out, "kerning_deltas", font.kerningDeltas);
     out.Write("};\n");
 }
 

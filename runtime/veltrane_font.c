@@ -122,7 +122,7 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
     /* The scan's position along its line (a row, or a column with VT_CODING_COLUMNS) and across. */
     int *const along = coding & VT_CODING_COLUMNS ? &row : &column, *const across = along == &row ? &column : &row;
     const int line = along == &row ? height : width;
-    start(&stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS]);
+    start(&stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     /* A turned pixel covers the square left of or above its corner. */
     x -= cosine < 0 || sine < 0;
     y -= cosine < 0 || sine > 0;
@@ -135,10 +135,9 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
                 run_due = 0;
             }
             if (zeros) {
-                /* A run that leaves the pixels 0 is stepped over at once; the packer ends
-                 * every run within the glyph. */
+                /* A run that leaves the pixels 0 is stepped over at once. */
                 if (!(coding & VT_CODING_CHANGES) || !value)
-                    count = zeros;
+                    count = zeros < left ? zeros : left;
                 zeros -= count;
                 stored = 0;
             } else {

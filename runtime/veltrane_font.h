@@ -30,7 +30,7 @@ enum
     VT_FIELD_LEFT,    /* pen to the first stored column, positive right */
     VT_FIELD_TOP,     /* baseline up to the first stored row, positive up */
     VT_FIELD_ADVANCE, /* pen movement after the glyph */
-    VT_FIELD_PIXELS,  /* bit position of the glyph's pixels in `pixels` */
+    VT_FIELD_PIXELS,  /* where the glyph's pixels start in `pixels`: bit position >> pixel_shift */
     VT_FIELD_CODING,  /* VT_CODING_* flags of the glyph's pixels */
     VT_RECORD_FIELDS
 };
@@ -60,16 +60,21 @@ enum
 };
 
 /* A packed font. Every array is a stream of bits, most significant bit first. A glyph
- * record holds field_bits[f] bits for each field f, the value less field_min[f]; a
- * kerning delta holds kerning_delta_bits bits, the delta less kerning_delta_min. */
+ * record holds field_bits[f] bits (at most 24) for each field f, the value less
+ * field_min[f]; a kerning delta holds kerning_delta_bits bits, the delta less
+ * kerning_delta_min. */
 typedef struct vt_font
 {
-    const uint8_t *records; /* a record for each glyph, record_bits apart */
-    const uint8_t *pixels;
-    const uint8_t *ranges; /* runs of consecutive codes: first code, count less 1 */
-    const uint8_t *kerning;
-    uint32_t kerning_rights; /* bit position of the right codes' list (classes) */
-    uint32_t kerning_deltas; /* bit position of the deltas (classes) */
+    /* Bytes first, then halves, then words: on a Cortex-M0 each loads from a short offset. */
+    uint8_t bpp;            /* bits of a stored pixel: 1, 2, 4 or 8 */
+    uint8_t coverage_scale; /* 255 / (2^bpp - 1) */
+    uint8_t record_bits;
+    uint8_t pixel_shift; /* 0, or more where the pixels take more than 2^24 bits */
+    uint8_t field_bits[VT_RECORD_FIELDS];
+    uint8_t kerning_form; /* VT_KERNING_* */
+    uint8_t kerning_class_bits[2];
+    uint8_t kerning_delta_bits;
+    int8_t kerning_delta_min;
     int16_t height; /* baseline to baseline */
     int16_t ascender;
     int16_t descender; /* negative below the baseline */
@@ -77,14 +82,12 @@ typedef struct vt_font
     uint16_t range_count;
     uint16_t kerning_entries[2];
     uint16_t kerning_columns;
-    uint8_t field_bits[VT_RECORD_FIELDS];
-    uint8_t record_bits;
-    uint8_t bpp;            /* bits of a stored pixel: 1, 2, 4 or 8 */
-    uint8_t coverage_scale; /* 255 / (2^bpp - 1) */
-    uint8_t kerning_form;   /* VT_KERNING_* */
-    uint8_t kerning_class_bits[2];
-    uint8_t kerning_delta_bits;
-    int8_t kerning_delta_min;
+    const uint8_t *records; /* a record for each glyph, record_bits apart */
+    const uint8_t *pixels;
+    const uint8_t *ranges; /* runs of consecutive codes: first code, count less 1 */
+    const uint8_t *kerning;
+    uint32_t kerning_rights; /* bit position of the right codes' list (classes) */
+    uint32_t kerning_deltas; /* bit position of the deltas (classes) */
 } vt_font_t;
 
 typedef void (*vt_plot_fn)(void *ctx, int x, int y, uint8_t coverage);

@@ -187,3 +187,50 @@ INSTANTIATE_TEST_SUITE_P(Fonts, PackedDrawing,
                          [](const testing::TestParamInfo<Case>& info) { return info.param.name; });
 
 } // namespace
+
+namespace {
+
+// Checks every plot against the glyph's own values and counts them.
+struct Expected
+{
+    const PackGlyph* glyph;
+    int plotted = 0;
+    bool same = true;
+};
+
+void PlotExpected(void* ctx, int x, int y, uint8_t coverage)
+{
+    Expected& e = *static_cast<Expected*>(ctx);
+    const int column = x - e.glyph->left, row = y + e.glyph->top;
+    e.same = e.same && column >= 0 && row >= 0 && column < static_cast<int>(e.glyph->width) &&
+             row < static_cast<int>(e.glyph->rows) && e.glyph->coverage[row * e.glyph->width + column] == coverage;
+    ++e.plotted;
+}
+
+// Forty glyphs of 256 by 256 values take over 2^24 bits, more than a record's field holds:
+// each glyph then starts at a multiple of 2^shift bits, and the runtime still finds it.
+TEST(PackedFont, PixelsPastTwoToThe24BitsAreFoundByAlignedStarts)
+{
+    std::vector<PackGlyph> glyphs;
+    for (uint8_t code = 40; code < 80; ++code) {
+        PackGlyph glyph;
+        glyph.code = code;
+        glyph.width = glyph.rows = 256;
+        for (unsigned i = 0; i < 256 * 256; ++i)
+            glyph.coverage.push_back(static_cast<uint8_t>((i * 7 + code) % 251 + 1));
+        glyph.left = code % 3;
+        glyph.top = 200;
+        glyph.advance = 260;
+        glyphs.push_back(std::move(glyph));
+    }
+    const PackedFont packed = PackFont(glyphs, {}, {300, 240, -60}, {8, false});
+    ASSERT_GT(packed.pixelShift, 0u);
+    const vt_font_t runtime = RuntimeFont(packed);
+    for (const PackGlyph& glyph : glyphs) {
+        Expected expected{&glyph};
+        EXPECT_EQ(vt_draw_char(&runtime, glyph.code, 0, 0, 0, PlotExpected, &expected), 260);
+        EXPECT_TRUE(expected.same && expected.plotted == 256 * 256) << "code " << int(glyph.code);
+    }
+}
+
+} // namespace

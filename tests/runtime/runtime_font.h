@@ -27,6 +27,7 @@ inline vt_font_t RuntimeFont(const PackedFont& font)
     v.kerning_entries[1] = static_cast<uint16_t>(font.kerningEntries[1]);
     v.kerning_columns = static_cast<uint16_t>(font.kerningColumns);
     v.record_bits = static_cast<uint8_t>(font.recordBits);
+    v.pixel_shift = static_cast<uint8_t>(font.pixelShift);
     v.bpp = static_cast<uint8_t>(font.bpp);
     v.coverage_scale = static_cast<uint8_t>(font.coverageScale);
     v.kerning_form = static_cast<uint8_t>(font.kerningForm);
