@@ -38,9 +38,13 @@ template <typename Values>
 void WriteListMember(OutputWriter& out, const char* name, const Values& values)
 {
     std::string list = "{";
-    for (auto value : values)
-        list += (list.size() > 1 ? ", " : "") + std::to_string(value);
-    WriteMember(out, name, list + "}");
+    for (auto value : values) {
+        if (list.size() > 1)
+            list += ", ";
+        list += std::to_string(value);
+    }
+    list += "}";
+    WriteMember(out, name, list);
 }
 
 std::string ArrayOrNull(const char* name, const std::vector<uint8_t>& bytes)
