@@ -113,7 +113,7 @@ static int kerning(const vt_font_t *font, unsigned left, unsigned right)
 static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y, int cosine, int sine,
                        vt_plot_fn plot, void *ctx)
 {
-    const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp;
+    const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp, scale = font->coverage_scale;
     const int width = field[VT_FIELD_WIDTH], height = field[VT_FIELD_HEIGHT];
     stream_t stream;
     uint32_t left = (uint32_t)width * (uint32_t)height, zeros = 0;
@@ -152,7 +152,7 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
         if (value) {
             const int dx = field[VT_FIELD_LEFT] + column, dy = row - field[VT_FIELD_TOP];
             plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy,
-                 (uint8_t)(value * font->coverage_scale));
+                 (uint8_t)(value * scale));
         }
         for (*along += (int)count; *along >= line; *along -= line)
             ++*across;
