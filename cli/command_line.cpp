@@ -5,6 +5,7 @@
 #include "cli/export_report.h"
 #include "cli/glyph_sets.h"
 #include "cli/named_choice.h"
+#include "cli/output_name.h"
 #include "cli/render_choices.h"
 #include "cli/rotation_list.h"
 #include "cli/unknown_option.h"
@@ -81,13 +82,27 @@ void PrintUsageError(const std::string& message)
         std::cerr << kReportPrefix << line << '\n';
 }
 
+// An option given more than once that takes one value, or one flag given twice.
+std::optional<std::string> RepeatedOption(const CLI::App& app)
+{
+    for (const CLI::Option* option : app.get_options()) {
+        const bool repeatable = option->get_expected_max() > 1;
+        if (!repeatable && !option->get_positional() && option->count() > 1)
+            return option->get_name() + " is given twice";
+    }
+    return std::nullopt;
+}
+
 // What a usage error says: an unknown option, whatever the parser made of the arguments
-// after it, else the parser's message, an option without its value in plain words.
+// after it, else a repeated option, else the parser's message, an option without its value
+// in plain words.
 std::string UsageMessage(const CLI::App& app, int argc, char** argv, const CLI::ParseError& error)
 {
     const std::vector<std::string> args(argv + std::min(argc, 1), argv + argc);
     if (auto unknown = UnknownOptionMessage(app, args))
         return *unknown;
+    if (auto repeated = RepeatedOption(app))
+        return *repeated;
     const std::string message = error.what();
     const size_t valueMissing = message.find(": 1 required ");
     const bool valueOnly = valueMissing != message.npos && message.ends_with(" missing");
@@ -96,12 +111,25 @@ std::string UsageMessage(const CLI::App& app, int argc, char** argv, const CLI::
     return message;
 }
 
-// A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
-std::string CheckNamesFile(const std::string& path)
+// A save dialog always names a source file; a directory or another ending would write
+// files beside it, hidden ones or ones named unlike the source the build expects.
+std::string CheckNamesSourceFile(const std::string& path)
 {
-    if (path.empty() || path.back() == '/')
-        return "\"" + path + "\" names a directory; give the source file, e.g. out/MyFont.cpp";
-    return {};
+    return WhyNotASourceFile(path).value_or("");
+}
+
+// "-h 12" meant as the height would print the help and exit 0, a build passing without a
+// font; the help goes alone.
+std::optional<std::string> HelpAmongOthers(int argc, char** argv)
+{
+    for (int i = 1; argc > 2 && i < argc; ++i) {
+        const std::string_view arg = argv[i];
+        if (arg == "-h")
+            return "-h is the help; the height is --height";
+        if (arg == "--help")
+            return "--help is the help and goes alone";
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -192,22 +220,34 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                }
            },
            "Also exports the characters LIST names (Unicode code points, as in --chars, e.g.\n"
-           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\"; with =>BYTE\n"
-           "under consecutive codes from BYTE on, else under their bytes in the codepage. May be\n"
-           "given more than once, e.g. --glyphs fontawesome-webfont.ttf:0xF240-0xF244=>0x80")
+           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\" (FONT@PX: drawn\n"
+           "PX pixels high); with =>BYTE under consecutive codes from BYTE on, else under their\n"
+           "bytes in the codepage. May be given more than once, e.g.\n"
+           "--glyphs fontawesome-webfont.ttf:0xF240-0xF244=>0x80")
         ->type_name("FONT:LIST[=>BYTE]")
         ->take_all()
         ->allow_extra_args(false);
-    app.add_option("--fallback", request.fallbackPaths,
-                   "A character the main font has no glyph for is taken from the first of these fonts\n"
-                   "that has one; may be given more than once, e.g. --fallback NotoSans-Regular.ttf")
+    app.add_option_function<std::vector<std::string>>(
+           "--fallback",
+           [&request](const std::vector<std::string>& fonts) {
+               for (const std::string& font : fonts)
+                   request.fallbacks.push_back(SplitFontHeight(font));
+           },
+           "A character the main font has no glyph for is taken from the first of these fonts\n"
+           "that has one (FONT@PX: drawn PX pixels high); may be given more than once, e.g.\n"
+           "--fallback NotoSans-Regular.ttf@14")
         ->type_name("FONT")
+        ->take_all()
         ->allow_extra_args(false);
     app.add_option("FONT", request.fontPath, "The font file")->required();
     app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
         ->required()
-        ->check(CLI::Validator(CheckNamesFile, "FILE"));
+        ->check(CLI::Validator(CheckNamesSourceFile, "FILE"));
 
+    if (auto help = HelpAmongOthers(argc, argv)) {
+        PrintUsageError(*help);
+        return kExitUsage;
+    }
     try {
         app.parse(argc, argv);
         CheckRenderChoices(app, request);

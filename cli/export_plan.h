@@ -18,7 +18,8 @@ struct ExportPlan
     ExportCharacters characters;
     // The main font, then the font of each --glyphs set, then the fallback fonts in order.
     std::vector<std::string> fontPaths;
-    size_t firstFallback = 1; // index of the first fallback font in fontPaths
+    std::vector<unsigned> fontHeights; // the pixel height of each font of fontPaths
+    size_t firstFallback = 1;          // index of the first fallback font in fontPaths
     ExportOptions options;
     std::string baseName;                 // sanitized: names the pair and its identifiers
     std::string path;                     // the pair's path less ".cpp" and ".h"

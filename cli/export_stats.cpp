@@ -50,13 +50,11 @@ std::string ExportStats::Table(const std::string& sourceName, off_t sourceSize, 
     AddRow(table, "characters", std::to_string(characters), labelWidth);
     for (size_t font = 0; font < fromLabels.size(); ++font)
         AddRow(table, fromLabels[font], std::to_string(glyphsOf[font]), labelWidth);
-    if (rotations.size() != kRotations.size()) {
-        std::string written; // in file order
-        for (unsigned rotation : kRotations)
-            if (HasRotation(rotations, rotation))
-                written += (written.empty() ? "" : ",") + std::to_string(rotation);
-        AddRow(table, "rotations", written, labelWidth);
-    }
+    std::string written; // in file order
+    for (unsigned rotation : kRotations)
+        if (HasRotation(rotations, rotation))
+            written += (written.empty() ? "" : ",") + std::to_string(rotation);
+    AddRow(table, "rotations", written, labelWidth);
     AddRow(table, "pixel bytes per rotation", std::to_string(pixelBytesPerRotation), labelWidth);
     AddRow(table, "pixel bytes in all", std::to_string(rotations.size() * pixelBytesPerRotation), labelWidth);
     AddRow(table, "kerning pairs", std::to_string(kerningPairs), labelWidth);

@@ -12,8 +12,8 @@
 #   NAME        the base name, letters, digits and "_" (default: the font's file name
 #               without its extension, other characters made "_")
 #   HEIGHT      pixel height (exporter default 16)
-#   CHARS       character codes, e.g. 32-126,0xB0 (exporter default 32-126); separate
-#               items with commas, as a ";" would split the CMake argument
+#   CHARS       character codes, e.g. 32-126,0xB0 (exporter default 32-126); a CMake
+#               list, such as CHARS 32-126 0xB0 or "32-126;0xB0", is joined with commas
 #   ROTATIONS   only these of 0, 90, 180 and 270, e.g. ROTATIONS 0 for a display of one
 #               orientation, or ROTATIONS 0 180 (exporter default: all four)
 #   OUTPUT_DIR  where the pair goes (relative: to the current binary directory;
@@ -26,15 +26,21 @@
 #   FALLBACK    fonts to take a character from that FONT has no glyph for, in order
 #   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251;
 #               the rendering choices too, e.g. OPTIONS --mono --hinting auto for a 1-bit
-#               display, or OPTIONS --gamma 2.2
+#               display, or OPTIONS --gamma 2.2. A quoted argument stays one argument with
+#               its ";": OPTIONS --text "Volume; Menu" hands the exporter the text as typed
+#
+# HEIGHT, ROTATIONS and the values of --height, --rotations, --kerning and --hinting in
+# OPTIONS are checked at configure time, with the exporter's words.
 #
 # The export runs again when a font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
+include(${CMAKE_CURRENT_LIST_DIR}/VeltraneFontArguments.cmake)
+
 function(veltrane_add_bitmap_font target)
   set(flags)
-  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF)
-  set(multi_values ROTATIONS GLYPHS FALLBACK OPTIONS)
+  set(single_values FONT NAME HEIGHT OUTPUT_DIR PROOF)
+  set(multi_values CHARS ROTATIONS GLYPHS FALLBACK OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
   if(arg_UNPARSED_ARGUMENTS)
@@ -42,8 +48,8 @@ function(veltrane_add_bitmap_font target)
     message(FATAL_ERROR "${fn}: unknown arguments: ${unknown}")
   endif()
   foreach(keyword IN LISTS arg_KEYWORDS_MISSING_VALUES)
-    # An empty ROTATIONS would write no font at all.
-    if(NOT keyword IN_LIST multi_values OR keyword STREQUAL "ROTATIONS")
+    # An empty ROTATIONS would write no font at all, an empty CHARS the exporter's default.
+    if(NOT keyword IN_LIST multi_values OR keyword MATCHES "^(ROTATIONS|CHARS)$")
       message(FATAL_ERROR "${fn}: ${keyword} needs a value")
     endif()
   endforeach()
@@ -85,7 +91,8 @@ function(veltrane_add_bitmap_font target)
     list(APPEND exporter_args --height "${arg_HEIGHT}")
   endif()
   if(DEFINED arg_CHARS)
-    list(APPEND exporter_args --chars "${arg_CHARS}")
+    string(REPLACE ";" "," chars "${arg_CHARS}")
+    list(APPEND exporter_args --chars "${chars}")
   endif()
   if(DEFINED arg_ROTATIONS)
     list(JOIN arg_ROTATIONS "," rotations)
@@ -111,7 +118,11 @@ function(veltrane_add_bitmap_font target)
     get_filename_component(proof "${arg_PROOF}" ABSOLUTE BASE_DIR "${dir}")
     list(APPEND exporter_args --proof "${proof}")
   endif()
-  list(APPEND exporter_args ${arg_OPTIONS})
+  foreach(option IN LISTS arg_OPTIONS)
+    _veltrane_list_item(option "${option}")
+    list(APPEND exporter_args "${option}")
+  endforeach()
+  _veltrane_check_exporter_args("${fn}" "${exporter_args}")
 
   set(stamp "${dir}/${name}.stamp")
   # Two calls writing the same file (or a PROOF named like a source) would overwrite one

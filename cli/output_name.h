@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// What OUTPUT may be: the source file of the pair, named as the firmware will compile it.
+
+// The endings OUTPUT may have, any letter case, each with its dot: ".cpp".
+std::vector<std::string> SourceFileEndings();
+
+// Why OUTPUT cannot name the source file to write (an existing directory, no name before
+// the ending, another ending); nothing when it can.
+std::optional<std::string> WhyNotASourceFile(const std::string& path);
+
+// A warning when an identifier of the pair named `baseName` (sanitized) is one C++ keeps
+// for itself, as one holding "__" is.
+std::optional<std::string> ReservedIdentifierWarning(const std::string& baseName);
+
+// Why --proof cannot name the image to write: empty, or a directory; nothing when it can.
+std::optional<std::string> WhyNotAProofFile(const std::string& path);
