@@ -26,10 +26,11 @@ constexpr const char* kDescription =
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
-    "names them. Both are written under temporary names beside them and take their places\n"
-    "only once both are whole: a failed or interrupted export leaves the earlier files as they\n"
-    "were, and a file whose bytes would not change keeps its date. A link to a file is written\n"
-    "through; a device or pipe is written in place.\n"
+    "names them; OUTPUT must end in \".cpp\" and not be a directory. Both are written under\n"
+    "temporary names beside them and take their places only once both are whole: a failed or\n"
+    "interrupted export leaves the earlier files as they were, and a file whose bytes would not\n"
+    "change keeps its date. A link to a file is written through; a device or pipe is written in\n"
+    "place.\n"
     "\n"
     "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
     "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
@@ -82,12 +83,12 @@ void PrintUsageError(const std::string& message)
         std::cerr << kReportPrefix << line << '\n';
 }
 
-// An option given more than once that takes one value, or one flag given twice.
+// An option that takes one value, given more than once. (A flag given twice means it once.)
 std::optional<std::string> RepeatedOption(const CLI::App& app)
 {
     for (const CLI::Option* option : app.get_options()) {
-        const bool repeatable = option->get_expected_max() > 1;
-        if (!repeatable && !option->get_positional() && option->count() > 1)
+        const bool oneValue = option->get_type_size() != 0 && option->get_expected_max() == 1;
+        if (oneValue && !option->get_positional() && option->count() > 1)
             return option->get_name() + " is given twice";
     }
     return std::nullopt;
