@@ -8,11 +8,17 @@ function(_veltrane_list_item out value)
   set(${out} "${value}" PARENT_SCOPE)
 endfunction()
 
-# The value of a number as the exporter reads it (decimal, 0x hex or 0 octal, blanks
-# around it ignored); empty when it is none.
+# The value of a number as the exporter reads it (decimal, 0x hex or 0 octal, a sign and
+# blanks around it allowed); empty when it is none. A negative number wraps round to a
+# large one there, as it does here.
 function(_veltrane_number out text)
   string(STRIP "${text}" text)
   set(value "")
+  set(negative OFF)
+  if(text MATCHES "^([+-])(.+)$")
+    set(negative "${CMAKE_MATCH_1}")
+    set(text "${CMAKE_MATCH_2}")
+  endif()
   if(text MATCHES "^0[xX]([0-9a-fA-F]+)$")
     # Long enough for any height; a longer one is too large anyway.
     string(LENGTH "${CMAKE_MATCH_1}" digits)
@@ -42,6 +48,9 @@ function(_veltrane_number out text)
     else()
       set(value "${text}")
     endif()
+  endif()
+  if(negative STREQUAL "-" AND NOT value STREQUAL "" AND NOT value EQUAL 0)
+    set(value 999999999)
   endif()
   set(${out} "${value}" PARENT_SCOPE)
 endfunction()
