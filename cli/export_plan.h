@@ -30,6 +30,7 @@ struct ExportPlan
 // (every piece of --chars readable, each code fitting in 8 bits and, with a codepage,
 // standing for a character in it; then the --glyphs sets, see AddGlyphSets; at least one
 // character), the proof text (every character exported), the output name (not ds_font,
-// not the proof's). Returns the message of the first failure, what it concerns in
-// `report`.
+// not the proof's; a warning for identifiers C++ reserves) and the proof's (a file), the
+// extra fonts' own heights (FONT@PX). Returns the message of the first failure, what it
+// concerns, naming the option and value, in `report`.
 std::optional<std::string> PlanExport(const ExportRequest& request, ExportPlan& plan, ExportReport& report);
