@@ -6,8 +6,9 @@ FUZZ_DIR ?= build-fuzz
 FUZZ_SECONDS ?= 60
 BENCH_DIR ?= build-bench
 ASAN_DIR ?= build-asan
+CLANG_DIR ?= build-clang
 
-.PHONY: all deps build run test test-asan memcheck fuzz test-font bench bench-preview regen-expected package format
+.PHONY: all deps build run test test-asan build-clang memcheck fuzz test-font bench bench-preview regen-expected package format
 
 all: build
 
@@ -28,6 +29,14 @@ test: build
 # build dir of its own; fails on any failed test and on any sanitizer report.
 test-asan: deps
 	scripts/test-asan.sh $(ASAN_DIR) $(JOBS)
+
+# Every target, the tests and the desktop program included, built with clang as well, in a
+# build dir of its own: the warnings GCC is built with are errors here, so that code only
+# one of the two compilers takes cannot come back. Nothing runs; `test` runs the GCC build.
+build-clang:
+	@scripts/install-deps.sh clang
+	CC=clang CXX=clang++ cmake -S . -B $(CLANG_DIR) -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-Werror
+	cmake --build $(CLANG_DIR) -j $(JOBS)
 
 # The command-line exporter under Valgrind's memcheck with DejaVu Sans at 16 and 256 px
 # (also one of the tests of `test`), with memcheck's summaries.

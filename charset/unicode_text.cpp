@@ -25,6 +25,21 @@ std::optional<std::u32string> Decode(const utf8proc_uint8_t* text, utf8proc_ssiz
 
 } // namespace
 
+size_t InvalidUtf8Offset(const std::string& text)
+{
+    const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+    const auto size = static_cast<utf8proc_ssize_t>(text.size());
+    utf8proc_ssize_t at = 0;
+    while (at < size) {
+        utf8proc_int32_t ignored = 0;
+        const utf8proc_ssize_t length = utf8proc_iterate(bytes + at, size - at, &ignored);
+        if (length <= 0)
+            break;
+        at += length;
+    }
+    return static_cast<size_t>(at);
+}
+
 std::optional<std::u32string> DecodeUtf8(const std::string& text)
 {
     return Decode(reinterpret_cast<const utf8proc_uint8_t*>(text.data()), static_cast<utf8proc_ssize_t>(text.size()));

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
 // UTF-8 texts from the command line and the names messages give their characters.
+
+// Where the first byte that is not valid UTF-8 stands, counted from 0; the text's size
+// when it is all valid.
+size_t InvalidUtf8Offset(const std::string& text);
 
 // The characters of a UTF-8 text as typed; nothing when the text is not valid UTF-8.
 std::optional<std::u32string> DecodeUtf8(const std::string& text);

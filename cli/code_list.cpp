@@ -2,6 +2,7 @@
 
 #include "charset/char_range_parser.h"
 #include "charset/common_codepages.h"
+#include "charset/unicode_text.h"
 #include "export/exportable_codes.h"
 
 #include <algorithm>
@@ -70,8 +71,10 @@ std::optional<std::string> AppendText(const std::string& text, const std::option
                                       CharCodeList& codes, std::vector<std::string>& context)
 {
     const std::vector<std::u32string> readings = TextReadings(text);
-    if (readings.empty())
+    if (readings.empty()) {
+        context.push_back("--text is not valid UTF-8 at byte " + std::to_string(InvalidUtf8Offset(text) + 1));
         return "The sample text is not valid UTF-8 !";
+    }
     const Codepage codepage = chosen.value_or(Codepage::Latin1());
     char32_t missing = 0;
     std::optional<CharCodeList> fromText = ReadingCodes(readings, codepage, missing);

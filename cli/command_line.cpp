@@ -6,6 +6,7 @@
 #include "cli/format_choices.h"
 #include "cli/glyph_sets.h"
 #include "cli/named_choice.h"
+#include "cli/output_name.h"
 #include "cli/render_choices.h"
 #include "cli/rotation_list.h"
 #include "cli/unknown_option.h"
@@ -26,10 +27,11 @@ constexpr const char* kDescription =
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
     "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
-    "names them. Both are written under temporary names beside them and take their places\n"
-    "only once both are whole: a failed or interrupted export leaves the earlier files as they\n"
-    "were, and a file whose bytes would not change keeps its date. A link to a file is written\n"
-    "through; a device or pipe is written in place.\n"
+    "names them; OUTPUT must end in \".cpp\" and not be a directory. Both are written under\n"
+    "temporary names beside them and take their places only once both are whole: a failed or\n"
+    "interrupted export leaves the earlier files as they were, and a file whose bytes would not\n"
+    "change keeps its date. A link to a file is written through; a device or pipe is written in\n"
+    "place.\n"
     "\n"
     "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
     "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
@@ -83,13 +85,27 @@ void PrintUsageError(const std::string& message)
         std::cerr << kReportPrefix << line << '\n';
 }
 
+// An option that takes one value, given more than once. (A flag given twice means it once.)
+std::optional<std::string> RepeatedOption(const CLI::App& app)
+{
+    for (const CLI::Option* option : app.get_options()) {
+        const bool oneValue = option->get_type_size() != 0 && option->get_expected_max() == 1;
+        if (oneValue && !option->get_positional() && option->count() > 1)
+            return option->get_name() + " is given twice";
+    }
+    return std::nullopt;
+}
+
 // What a usage error says: an unknown option, whatever the parser made of the arguments
-// after it, else the parser's message, an option without its value in plain words.
+// after it, else a repeated option, else the parser's message, an option without its value
+// in plain words.
 std::string UsageMessage(const CLI::App& app, int argc, char** argv, const CLI::ParseError& error)
 {
     const std::vector<std::string> args(argv + std::min(argc, 1), argv + argc);
     if (auto unknown = UnknownOptionMessage(app, args))
         return *unknown;
+    if (auto repeated = RepeatedOption(app))
+        return *repeated;
     const std::string message = error.what();
     const size_t valueMissing = message.find(": 1 required ");
     const bool valueOnly = valueMissing != message.npos && message.ends_with(" missing");
@@ -98,12 +114,18 @@ std::string UsageMessage(const CLI::App& app, int argc, char** argv, const CLI::
     return message;
 }
 
-// A save dialog always names a file; a path ending in "/" would write ".cpp" and ".h".
-std::string CheckNamesFile(const std::string& path)
+// "-h 12" meant as the height would print the help and exit 0, a build passing without a
+// font; the help goes alone.
+std::optional<std::string> HelpAmongOthers(int argc, char** argv)
 {
-    if (path.empty() || path.back() == '/')
-        return "\"" + path + "\" names a directory; give the source file, e.g. out/MyFont.cpp";
-    return {};
+    for (int i = 1; argc > 2 && i < argc; ++i) {
+        const std::string_view arg = argv[i];
+        if (arg == "-h")
+            return "-h is the help; the height is --height";
+        if (arg == "--help")
+            return "--help is the help and goes alone";
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -195,26 +217,42 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                }
            },
            "Also exports the characters LIST names (Unicode code points, as in --chars, e.g.\n"
-           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\"; with =>BYTE\n"
-           "under consecutive codes from BYTE on, else under their bytes in the codepage. May be\n"
-           "given more than once, e.g. --glyphs fontawesome-webfont.ttf:0xF240-0xF244=>0x80")
+           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\" (FONT@PX: drawn\n"
+           "PX pixels high); with =>BYTE under consecutive codes from BYTE on, else under their\n"
+           "bytes in the codepage. May be given more than once, e.g.\n"
+           "--glyphs fontawesome-webfont.ttf:0xF240-0xF244=>0x80")
         ->type_name("FONT:LIST[=>BYTE]")
         ->take_all()
         ->allow_extra_args(false);
-    app.add_option("--fallback", request.fallbackPaths,
-                   "A character the main font has no glyph for is taken from the first of these fonts\n"
-                   "that has one; may be given more than once, e.g. --fallback NotoSans-Regular.ttf")
+    app.add_option_function<std::vector<std::string>>(
+           "--fallback",
+           [&request](const std::vector<std::string>& fonts) {
+               for (const std::string& font : fonts)
+                   request.fallbacks.push_back(SplitFontHeight(font));
+           },
+           "A character the main font has no glyph for is taken from the first of these fonts\n"
+           "that has one (FONT@PX: drawn PX pixels high); may be given more than once, e.g.\n"
+           "--fallback NotoSans-Regular.ttf@14")
         ->type_name("FONT")
+        ->take_all()
         ->allow_extra_args(false);
     app.add_option("FONT", request.fontPath, "The font file")->required();
-    app.add_option("OUTPUT", request.outputPath, "The source file to write, e.g. out/MyFont.cpp")
-        ->required()
-        ->check(CLI::Validator(CheckNamesFile, "FILE"));
+    app.add_option("OUTPUT", request.outputPath,
+                   "The source file to write, e.g. out/MyFont.cpp (out/MyFont.c with --format packed)")
+        ->required();
 
+    if (auto help = HelpAmongOthers(argc, argv)) {
+        PrintUsageError(*help);
+        return kExitUsage;
+    }
     try {
         app.parse(argc, argv);
         CheckRenderChoices(app, request);
         CheckFormatChoices(app, request);
+        // A save dialog always names a source file; a directory or another ending would
+        // write files beside it, hidden ones or ones named unlike the source the build expects.
+        if (auto why = WhyNotASourceFile(request.outputPath, request.format))
+            throw CLI::ValidationError("OUTPUT", *why);
     } catch (const CLI::ParseError& e) {
         // --help and --version arrive here too, with a status of 0 and the text for stdout.
         if (e.get_exit_code() == 0) {

@@ -32,8 +32,9 @@ void SetSize(FTFont& font, const std::string& path, unsigned height, bool mainFo
     } catch (const FTException&) {
         if (!mainFont)
             report.context.push_back("the size cannot be set in " + Quoted(path));
-        if (auto note = StrikeHeightsNote(font.Face()))
-            report.context.push_back(*note);
+        for (const std::string& line :
+             StrikeHeightsNote(font.Face(), mainFont ? std::nullopt : std::optional<std::string>(path)))
+            report.context.push_back(line);
         throw;
     }
 }
@@ -57,6 +58,26 @@ void UseFallbacks(const ExportPlan& plan, const ExportFonts& fonts, ExportCharac
     }
 }
 
+// --gamma and --hinting shape rendered outlines; a font of bitmaps only keeps its pixels.
+std::optional<std::string> BitmapFontWarning(const ExportRequest& request, const ExportPlan& plan,
+                                             const ExportFonts& fonts)
+{
+    std::vector<std::string> options;
+    if (request.render.gamma != 1)
+        options.push_back("--gamma");
+    if (request.render.hinting != Hinting::Native)
+        options.push_back("--hinting");
+    std::vector<std::string> bitmapFonts;
+    for (size_t i = 0; i < fonts.size(); ++i) {
+        if (!FT_IS_SCALABLE(fonts[i]->Face()))
+            bitmapFonts.push_back(plan.fontPaths[i]);
+    }
+    if (options.empty() || bitmapFonts.empty())
+        return std::nullopt;
+    const std::string named = options.size() == 1 ? options[0] + " does" : options[0] + " and " + options[1] + " do";
+    return named + " not apply to the bitmap font " + FontsTried(bitmapFonts) + ", which keeps its pixels";
+}
+
 } // namespace
 
 void OpenFonts(const ExportRequest& request, const ExportPlan& plan, ExportFonts& fonts, ExportReport& report)
@@ -65,7 +86,7 @@ void OpenFonts(const ExportRequest& request, const ExportPlan& plan, ExportFonts
         const std::string& path = plan.fontPaths[i];
         fonts.push_back(std::make_unique<FTFont>());
         LoadFont(*fonts.back(), path, i == 0 ? request.faceIndex : 0, report);
-        SetSize(*fonts.back(), path, plan.height, i == 0, report);
+        SetSize(*fonts.back(), path, plan.fontHeights[i], i == 0, report);
     }
 }
 
@@ -81,13 +102,19 @@ std::optional<std::string> ChooseGlyphs(const ExportRequest& request, ExportPlan
         }
     }
     UseFallbacks(plan, fonts, plan.characters);
+    if (auto warning = BitmapFontWarning(request, plan, fonts))
+        report.warnings.push_back(*warning);
     const MissingGlyphs missing = FindMissingGlyphs(FontsOf(fonts), plan.characters, plan.options.codepage);
+    // The main font and the fallbacks a missing character was looked for in.
+    std::vector<std::string> tried = {request.fontPath};
+    tried.insert(tried.end(), plan.fontPaths.begin() + static_cast<std::ptrdiff_t>(plan.firstFallback),
+                 plan.fontPaths.end());
     if (missing.all) {
-        report.context.push_back(Quoted(request.fontPath) + " has no glyph for any of " + missing.ranges +
-                                 missing.encodingNote);
+        report.context.push_back(FontsTried(tried) + (tried.size() == 1 ? " has" : " have") + " no glyph for any of " +
+                                 missing.codes + missing.encodingNote);
         return kNoGlyphMessage;
     }
-    if (auto warning = MissingGlyphWarning(missing))
+    if (auto warning = MissingGlyphWarning(missing, tried.size() == 1 ? "" : FontsTried(tried)))
         report.warnings.push_back(*warning);
     if (request.kerning == KerningMode::Legacy && !request.kerningGiven) {
         ExportCharacters mainCharacters;

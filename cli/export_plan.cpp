@@ -1,10 +1,14 @@
 #include "cli/export_plan.h"
 
+#include "charset/number_text.h"
+#include "charset/unicode_text.h"
 #include "cli/code_list.h"
 #include "cli/glyph_sets.h"
+#include "cli/output_name.h"
 #include "cli/unread_pieces.h"
 #include "export/base_name.h"
 #include "export/export_settings.h"
+#include "proof/proof_file.h"
 
 #include <filesystem>
 
@@ -34,6 +38,26 @@ std::string WithoutSourceExtension(const std::string& path, FontFormat format)
     return format == FontFormat::Packed && endsInC ? path.substr(0, path.size() - 2) : path;
 }
 
+// Which options gave the empty list, as the user typed them.
+std::string NoCharactersLine(const ExportRequest& request)
+{
+    std::string given;
+    if (request.charsText)
+        given = "--chars " + QuotedShort(*request.charsText, 40);
+    if (request.sampleText)
+        given += (given.empty() ? "" : " and ") + std::string("--text ") + QuotedShort(*request.sampleText, 40);
+    return given + (given.find(" and ") == given.npos ? " names" : " name") + " no character";
+}
+
+// A height as typed, and why it is refused: not a number, or not one the window takes.
+std::string RefusedHeight(const std::string& typed)
+{
+    const std::string quoted = QuotedShort(typed, 40);
+    if (TrimSpace(typed).empty() || !ReadNumber(TrimSpace(typed)))
+        return quoted + " is not a number";
+    return quoted + " is not from 6 to 256";
+}
+
 std::optional<std::string> PlanCharacters(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
     CharCodeList codes;
@@ -49,8 +73,10 @@ std::optional<std::string> PlanCharacters(const ExportRequest& request, ExportPl
     const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
     if (auto message = AddGlyphSets(request.glyphSets, codepage, plan.characters, report.context))
         return message;
-    if (plan.characters.empty())
+    if (plan.characters.empty()) {
+        report.context.push_back(NoCharactersLine(request));
         return kNoCharactersMessage;
+    }
     return std::nullopt;
 }
 
@@ -79,11 +105,51 @@ std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& 
             "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp");
         return kReservedNameMessage;
     }
+    if (auto warning = ReservedIdentifierWarning(output.baseName))
+        report.warnings.push_back(*warning);
     plan.baseName = output.baseName;
     plan.path = output.directory + output.baseName;
+    if (request.proofPath && WhyNotAProofFile(*request.proofPath)) {
+        report.context.push_back(*WhyNotAProofFile(*request.proofPath));
+        return kProofWriteFailedMessage;
+    }
     if (request.proofPath &&
         (SameFile(*request.proofPath, plan.path + SourceExtension(request.format)) || SameFile(*request.proofPath, plan.path + ".h")))
         return kProofReplacesExportMessage;
+    return std::nullopt;
+}
+
+// An extra font's own height, "@PX" after its path, read as --height is; the export's
+// height without one.
+std::optional<std::string> AddExtraFont(const ExtraFont& font, const std::string& option, ExportPlan& plan,
+                                        ExportReport& report)
+{
+    unsigned height = plan.height;
+    if (font.heightText) {
+        if (auto message = ParseFontHeight(*font.heightText, height)) {
+            report.context.push_back(option + " " + QuotedShort(font.path + "@" + *font.heightText, 80) +
+                                     ": the height " + RefusedHeight(*font.heightText));
+            return message;
+        }
+    }
+    plan.fontPaths.push_back(font.path);
+    plan.fontHeights.push_back(height);
+    return std::nullopt;
+}
+
+std::optional<std::string> PlanFonts(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
+{
+    plan.fontPaths = {request.fontPath};
+    plan.fontHeights = {plan.height};
+    for (const GlyphSetArgument& set : request.glyphSets) {
+        if (auto message = AddExtraFont(set.font, "--glyphs", plan, report))
+            return message;
+    }
+    plan.firstFallback = plan.fontPaths.size();
+    for (const ExtraFont& fallback : request.fallbacks) {
+        if (auto message = AddExtraFont(fallback, "--fallback", plan, report))
+            return message;
+    }
     return std::nullopt;
 }
 
@@ -91,22 +157,23 @@ std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& 
 
 std::optional<std::string> PlanExport(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
-    if (auto message = ParseFontHeight(request.heightText, plan.height))
+    if (auto message = ParseFontHeight(request.heightText, plan.height)) {
+        report.context.push_back("--height " + RefusedHeight(request.heightText));
         return message;
+    }
     plan.options = OptionsOf(request);
     if (auto message = PlanCharacters(request, plan, report))
         return message;
     if (request.proofPath) {
         plan.proofLines.emplace();
-        if (auto message = ReadProofText(request.proofText, plan.characters, *plan.proofLines))
+        if (auto message = ReadProofText(request.proofText, plan.characters, *plan.proofLines)) {
+            if (request.proofText && InvalidUtf8Offset(*request.proofText) < request.proofText->size())
+                report.context.push_back("--proof-text is not valid UTF-8 at byte " +
+                                         std::to_string(InvalidUtf8Offset(*request.proofText) + 1));
             return message;
+        }
     }
     if (auto message = PlanOutput(request, plan, report))
         return message;
-    plan.fontPaths = {request.fontPath};
-    for (const GlyphSetArgument& set : request.glyphSets)
-        plan.fontPaths.push_back(set.fontPath);
-    plan.firstFallback = plan.fontPaths.size();
-    plan.fontPaths.insert(plan.fontPaths.end(), request.fallbackPaths.begin(), request.fallbackPaths.end());
-    return std::nullopt;
+    return PlanFonts(request, plan, report);
 }

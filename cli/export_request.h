@@ -1,18 +1,19 @@
 #pragma once
 
 #include "charset/codepage.h"
+#include "cli/font_height_suffix.h"
 #include "export/export_options.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
-// --glyphs FONT:LIST[=>BYTE]: the characters LIST names, taken from FONT, under the bytes
-// from BYTE on or, without it, under their bytes in the codepage.
+// --glyphs FONT[@PX]:LIST[=>BYTE]: the characters LIST names, taken from FONT, under the
+// bytes from BYTE on or, without it, under their bytes in the codepage.
 struct GlyphSetArgument
 {
     std::string asTyped;
-    std::string fontPath;
+    ExtraFont font;
     std::string list;
     std::optional<std::string> firstByte;
 };
@@ -44,7 +45,7 @@ struct ExportRequest
     // Characters from other fonts: sets under bytes of their own, then, for a listed
     // character the font has no glyph for, the first fallback font that has one.
     std::vector<GlyphSetArgument> glyphSets;
-    std::vector<std::string> fallbackPaths;
+    std::vector<ExtraFont> fallbacks;
     // The rotations to write, in the order given (the proof's); absent: all four.
     std::optional<RotationList> rotations;
     FontFormat format = FontFormat::Ds;
@@ -54,6 +55,6 @@ struct ExportRequest
     bool GoesBeyondDesktop() const
     {
         return sampleText || codepage || faceIndex != 0 || kerningGiven || renderGiven || !glyphSets.empty() ||
-               !fallbackPaths.empty() || rotations || format != FontFormat::Ds;
+               !fallbacks.empty() || rotations || format != FontFormat::Ds;
     }
 };

@@ -60,13 +60,11 @@ std::string ExportStats::Table(const std::string& sourceName, off_t sourceSize, 
     AddRow(table, "characters", std::to_string(characters), labelWidth);
     for (size_t font = 0; font < fromLabels.size(); ++font)
         AddRow(table, fromLabels[font], std::to_string(glyphsOf[font]), labelWidth);
-    if (rotations.size() != kRotations.size()) {
-        std::string written; // in file order
-        for (unsigned rotation : kRotations)
-            if (HasRotation(rotations, rotation))
-                written += (written.empty() ? "" : ",") + std::to_string(rotation);
-        AddRow(table, "rotations", written, labelWidth);
-    }
+    std::string written; // in file order
+    for (unsigned rotation : kRotations)
+        if (HasRotation(rotations, rotation))
+            written += (written.empty() ? "" : ",") + std::to_string(rotation);
+    AddRow(table, "rotations", written, labelWidth);
     if (!flashParts.empty()) {
         AddRow(table, "bits a pixel", std::to_string(packedBpp), labelWidth);
         uint64_t flash = 0;

@@ -6,6 +6,7 @@
 #include "cli/unread_pieces.h"
 
 #include <array>
+#include <set>
 
 namespace {
 
@@ -20,16 +21,63 @@ std::string SetName(const GlyphSetArgument& set)
     return "--glyphs " + Quoted(set.asTyped);
 }
 
+// FONT[@PX] as typed, for a message's example.
+std::string FontAsTyped(const GlyphSetArgument& set)
+{
+    return set.asTyped.substr(0, set.asTyped.rfind(':'));
+}
+
 // The first byte of a set placed by "=>BYTE"; nothing, with the message, when unreadable.
+// A blank BYTE would read as 0, and byte 0 ends a C string, so no firmware string could
+// ever draw the glyphs placed there.
 std::optional<std::string> ReadFirstByte(const GlyphSetArgument& set, uint64_t& first,
                                          std::vector<std::string>& context)
 {
-    const std::optional<uint64_t> value = ReadNumber(TrimSpace(*set.firstByte));
-    if (!value) {
-        context.push_back(Quoted(kByteArrow + *set.firstByte) + " in " + SetName(set) + " is not a number");
+    const std::string_view typed = TrimSpace(*set.firstByte);
+    const std::optional<uint64_t> value = ReadNumber(typed);
+    const std::string piece = Quoted(kByteArrow + *set.firstByte) + " in " + SetName(set);
+    if (typed.empty())
+        context.push_back(piece + " has no byte after \"=>\", e.g. =>0x80");
+    else if (!value)
+        context.push_back(piece + " is not a number");
+    else if (*value == 0)
+        context.push_back(piece + " places a glyph under byte 0, which ends a C string; start from 1 or above");
+    else {
+        first = *value;
+        return std::nullopt;
+    }
+    return kInvalidCharsMessage;
+}
+
+// A piece such as "0x2600=" is what the shell leaves of an unquoted "0x2600=>0x80": it
+// takes ">0x80" as a redirection into a file of that name.
+void AddQuotingHint(const GlyphSetArgument& set, const std::vector<std::string>& unread,
+                    std::vector<std::string>& context)
+{
+    for (const std::string& piece : unread) {
+        if (piece.ends_with('=')) {
+            context.push_back("quote the whole argument, e.g. --glyphs '" + FontAsTyped(set) + ":" + set.list +
+                              ">0x80': unquoted, the shell takes \">\" as a redirection");
+            return;
+        }
+    }
+}
+
+// A LIST that names nothing, or a character twice (placed by "=>BYTE", it would take two bytes).
+std::optional<std::string> CheckListed(const GlyphSetArgument& set, const CharCodeList& listed,
+                                       std::vector<std::string>& context)
+{
+    if (listed.empty()) {
+        context.push_back(SetName(set) + " names no characters before \"=>\" or after \":\"");
         return kInvalidCharsMessage;
     }
-    first = *value;
+    std::set<uint32_t> seen;
+    for (uint32_t character : listed) {
+        if (!seen.insert(character).second) {
+            context.push_back(NamedCharacter(character) + " is listed twice in " + SetName(set));
+            return kInvalidCharsMessage;
+        }
+    }
     return std::nullopt;
 }
 
@@ -40,8 +88,11 @@ std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned fon
     const CharCodeList listed = ParseCharCodeText(set.list, &unread);
     if (!unread.empty()) {
         context = UnreadPieceLines(unread, "--glyphs");
+        AddQuotingHint(set, unread, context);
         return kInvalidCharsMessage;
     }
+    if (auto message = CheckListed(set, listed, context))
+        return message;
     uint64_t firstByte = 0;
     if (set.firstByte) {
         if (auto message = ReadFirstByte(set, firstByte, context))
@@ -54,11 +105,16 @@ std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned fon
         if (!set.firstByte) {
             const std::optional<uint8_t> inCodepage = codepage.ByteOf(character);
             if (!inCodepage) {
-                context.push_back("give " + SetName(set) + " a byte to start from, e.g. " + set.fontPath + ":" +
+                context.push_back("give " + SetName(set) + " a byte to start from, e.g. " + FontAsTyped(set) + ":" +
                                   set.list + "=>0x80");
                 return "Character " + NamedCharacter(character) + " is not in " + codepage.Name() + " !";
             }
             byte = *inCodepage;
+        }
+        if (byte == 0) {
+            context.push_back(SetName(set) + " places " + NamedCharacter(character) +
+                              " under byte 0, which ends a C string; give it a byte from 1 on with =>BYTE");
+            return kInvalidCharsMessage;
         }
         if (byte > 255) {
             context.push_back(SetName(set) + " places " + std::to_string(listed.size()) + " characters from byte " +
@@ -97,7 +153,7 @@ std::optional<GlyphSetArgument> SplitGlyphSet(const std::string& text)
     const size_t colon = text.rfind(':');
     if (colon == text.npos || colon == 0 || colon + 1 == text.size())
         return std::nullopt;
-    GlyphSetArgument set{text, text.substr(0, colon), text.substr(colon + 1), std::nullopt};
+    GlyphSetArgument set{text, SplitFontHeight(text.substr(0, colon)), text.substr(colon + 1), std::nullopt};
     if (const size_t arrow = set.list.find(kByteArrow); arrow != set.list.npos) {
         set.firstByte = set.list.substr(arrow + 2);
         set.list.erase(arrow);

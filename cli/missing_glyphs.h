@@ -7,13 +7,16 @@
 #include <string>
 #include <vector>
 
-// The listed codes whose character has no glyph in its font.
+// The listed codes whose character has no glyph in its font, nor in a fallback font.
 struct MissingGlyphs
 {
-    std::string ranges; // ascending: "0-31, 127-159"; empty when every code has a glyph
-    bool all = false;   // no listed code has one: the export would hold nothing real
+    // Ascending: "0-31, 127-159"; a few codes each with its character, "207 "П" (U+041F)".
+    // Empty when every code has a glyph.
+    std::string codes;
+    bool all = false; // no listed code has one: the export would hold nothing real
     // " (the font is encoded in KOI8-R)" for a font in an encoding of its own
-    // (FTFont::OwnEncoding) other than the codes'; empty otherwise.
+    // (FTFont::OwnEncoding) other than the codes', with the codepage to give when none
+    // was; empty otherwise.
     std::string encodingNote;
 };
 
@@ -22,6 +25,10 @@ struct MissingGlyphs
 MissingGlyphs FindMissingGlyphs(const std::vector<FTFont*>& fonts, const ExportCharacters& characters,
                                 const Codepage* codepage);
 
-// The warning for codes without a glyph: "no glyph for 0-31, 127-159; ...". Nothing when
-// every code has one.
-std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing);
+// The fonts a missing character was looked for in: "\"Main.ttf\"", or with fallbacks
+// "\"Main.ttf\", \"A.ttf\" or \"B.ttf\"".
+std::string FontsTried(const std::vector<std::string>& paths);
+
+// The warning for codes without a glyph: "no glyph for 0-31, 127-159; ...", naming
+// `fontsTried` when there are fallbacks. Nothing when every code has one.
+std::optional<std::string> MissingGlyphWarning(const MissingGlyphs& missing, const std::string& fontsTried);

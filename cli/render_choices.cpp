@@ -60,6 +60,7 @@ void CheckRenderChoices(const CLI::App& app, ExportRequest& request)
     if (request.render.hinting == Hinting::Light)
         throw CLI::ValidationError("--hinting", "light fits outlines for grey pixels and cannot go with --mono; "
                                                 "give native, auto or none");
-    if (gammaGiven)
-        throw CLI::ValidationError("--gamma", "a --mono render has no grey pixels to correct");
+    // --gamma 1, the default, changes nothing, as a build script may pass it whatever the render.
+    if (gammaGiven && request.render.gamma != 1)
+        throw CLI::ValidationError("--gamma", "a --mono render has no grey pixels to correct; leave it out or give 1");
 }

@@ -12,6 +12,9 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_PACKAGE_NAME veltrane-fontgen)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+# 1.00 was one package, veltrane-fontgen, that held the exporter too; the two packages of
+# the same program version come after it as its Debian revision 1.
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_PACKAGE_CONTACT "Veltrane Bitmap Font Generator developers <veltrane-fontgen@localhost>")
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -21,6 +24,9 @@ set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEBIAN_EXPORTER_PACKAGE_NAME veltrane-fontgen-export)
 set(CPACK_DEBIAN_EXPORTER_PACKAGE_SECTION devel)
+# Its files were the single package's: an upgrade takes them over and replaces that package.
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_REPLACES "veltrane-fontgen (<< 1.00-1)")
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_BREAKS "veltrane-fontgen (<< 1.00-1)")
 # The example firmware draws with DejaVu Sans unless told otherwise.
 set(CPACK_DEBIAN_EXPORTER_PACKAGE_SUGGESTS fonts-dejavu-core)
 set(CPACK_DEBIAN_EXPORTER_DESCRIPTION

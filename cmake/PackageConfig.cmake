@@ -27,4 +27,5 @@ install(FILES
   ${PROJECT_BINARY_DIR}/VeltraneFontGenConfig.cmake
   ${PROJECT_BINARY_DIR}/VeltraneFontGenConfigVersion.cmake
   ${PROJECT_SOURCE_DIR}/cmake/VeltraneBitmapFont.cmake
+  ${PROJECT_SOURCE_DIR}/cmake/VeltraneFontArguments.cmake
   DESTINATION ${VELTRANE_PACKAGE_DIR} COMPONENT exporter)

@@ -13,8 +13,8 @@
 #   NAME        the base name, letters, digits and "_" (default: the font's file name
 #               without its extension, other characters made "_")
 #   HEIGHT      pixel height (exporter default 16)
-#   CHARS       character codes, e.g. 32-126,0xB0 (exporter default 32-126); separate
-#               items with commas, as a ";" would split the CMake argument
+#   CHARS       character codes, e.g. 32-126,0xB0 (exporter default 32-126); a CMake
+#               list, such as CHARS 32-126 0xB0 or "32-126;0xB0", is joined with commas
 #   ROTATIONS   only these of 0, 90, 180 and 270, e.g. ROTATIONS 0 for a display of one
 #               orientation, or ROTATIONS 0 180 (exporter default: all four)
 #   OUTPUT_DIR  where the pair goes (relative: to the current binary directory;
@@ -31,11 +31,17 @@
 #               its pixels, as --bpp and --compress do
 #   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251;
 #               the rendering choices too, e.g. OPTIONS --mono --hinting auto for a 1-bit
-#               display, or OPTIONS --gamma 2.2
+#               display, or OPTIONS --gamma 2.2. A quoted argument stays one argument with
+#               its ";": OPTIONS --text "Volume; Menu" hands the exporter the text as typed
+#
+# HEIGHT, ROTATIONS and the values of --height, --rotations, --kerning and --hinting in
+# OPTIONS are checked at configure time, with the exporter's words.
 #
 # The export runs again when a font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
+include(${CMAKE_CURRENT_LIST_DIR}/VeltraneFontArguments.cmake)
+
 # The packed fonts' C runtime, from the source tree or from where the package installed it.
 if(NOT DEFINED VELTRANE_RUNTIME_DIR)
   get_filename_component(VELTRANE_RUNTIME_DIR "${CMAKE_CURRENT_LIST_DIR}/../runtime" ABSOLUTE)
@@ -61,8 +67,8 @@ endfunction()
 
 function(veltrane_add_bitmap_font target)
   set(flags)
-  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF FORMAT BPP COMPRESS)
-  set(multi_values ROTATIONS GLYPHS FALLBACK OPTIONS)
+  set(single_values FONT NAME HEIGHT OUTPUT_DIR PROOF FORMAT BPP COMPRESS)
+  set(multi_values CHARS ROTATIONS GLYPHS FALLBACK OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
   if(arg_UNPARSED_ARGUMENTS)
@@ -70,8 +76,8 @@ function(veltrane_add_bitmap_font target)
     message(FATAL_ERROR "${fn}: unknown arguments: ${unknown}")
   endif()
   foreach(keyword IN LISTS arg_KEYWORDS_MISSING_VALUES)
-    # An empty ROTATIONS would write no font at all.
-    if(NOT keyword IN_LIST multi_values OR keyword STREQUAL "ROTATIONS")
+    # An empty ROTATIONS would write no font at all, an empty CHARS the exporter's default.
+    if(NOT keyword IN_LIST multi_values OR keyword MATCHES "^(ROTATIONS|CHARS)$")
       message(FATAL_ERROR "${fn}: ${keyword} needs a value")
     endif()
   endforeach()
@@ -109,41 +115,18 @@ function(veltrane_add_bitmap_font target)
   get_filename_component(dir "${arg_OUTPUT_DIR}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
 
   set(exporter_args)
-  set(source_extension cpp)
-  if(DEFINED arg_FORMAT)
-    string(TOLOWER "${arg_FORMAT}" arg_FORMAT)
-    if(NOT arg_FORMAT MATCHES "^(ds|packed)$")
-      message(FATAL_ERROR "${fn}: FORMAT \"${arg_FORMAT}\" is not ds or packed")
-    endif()
-    list(APPEND exporter_args --format ${arg_FORMAT})
-  endif()
-  foreach(choice IN ITEMS BPP COMPRESS)
-    if(DEFINED arg_${choice} AND NOT arg_FORMAT STREQUAL "packed")
-      message(FATAL_ERROR "${fn}: ${choice} is a choice of packed fonts; add FORMAT packed")
+  foreach(choice IN ITEMS FORMAT BPP COMPRESS)
+    if(DEFINED arg_${choice})
+      string(TOLOWER "--${choice}" option)
+      list(APPEND exporter_args ${option} "${arg_${choice}}")
     endif()
   endforeach()
-  if(arg_FORMAT STREQUAL "packed")
-    set(source_extension c)
-    if(DEFINED arg_BPP)
-      if(NOT arg_BPP MATCHES "^(1|2|4|8)$")
-        message(FATAL_ERROR "${fn}: BPP \"${arg_BPP}\" is not 1, 2, 4 or 8")
-      endif()
-      list(APPEND exporter_args --bpp ${arg_BPP})
-    endif()
-    if(DEFINED arg_COMPRESS)
-      string(TOLOWER "${arg_COMPRESS}" arg_COMPRESS)
-      if(NOT arg_COMPRESS MATCHES "^(auto|none)$")
-        message(FATAL_ERROR "${fn}: COMPRESS \"${arg_COMPRESS}\" is not auto or none")
-      endif()
-      list(APPEND exporter_args --compress ${arg_COMPRESS})
-    endif()
-    veltrane_add_font_runtime()
-  endif()
   if(DEFINED arg_HEIGHT)
     list(APPEND exporter_args --height "${arg_HEIGHT}")
   endif()
   if(DEFINED arg_CHARS)
-    list(APPEND exporter_args --chars "${arg_CHARS}")
+    string(REPLACE ";" "," chars "${arg_CHARS}")
+    list(APPEND exporter_args --chars "${chars}")
   endif()
   if(DEFINED arg_ROTATIONS)
     list(JOIN arg_ROTATIONS "," rotations)
@@ -169,7 +152,24 @@ function(veltrane_add_bitmap_font target)
     get_filename_component(proof "${arg_PROOF}" ABSOLUTE BASE_DIR "${dir}")
     list(APPEND exporter_args --proof "${proof}")
   endif()
-  list(APPEND exporter_args ${arg_OPTIONS})
+  foreach(option IN LISTS arg_OPTIONS)
+    _veltrane_list_item(option "${option}")
+    list(APPEND exporter_args "${option}")
+  endforeach()
+  _veltrane_check_exporter_args("${fn}" "${exporter_args}")
+  # A packed font (FORMAT packed, or --format packed among OPTIONS) is a .c file that the
+  # runtime draws.
+  _veltrane_format(format "${exporter_args}")
+  set(source_extension cpp)
+  foreach(option IN ITEMS --bpp --compress)
+    if(NOT format STREQUAL "packed" AND option IN_LIST exporter_args)
+      message(FATAL_ERROR "${fn}: ${option}: only packed fonts take it; add FORMAT packed")
+    endif()
+  endforeach()
+  if(format STREQUAL "packed")
+    set(source_extension c)
+    veltrane_add_font_runtime()
+  endif()
 
   set(stamp "${dir}/${name}.stamp")
   # Two calls writing the same file (or a PROOF named like a source) would overwrite one
@@ -194,7 +194,7 @@ function(veltrane_add_bitmap_font target)
     VERBATIM)
   target_sources("${target}" PRIVATE "${dir}/${name}.${source_extension}" "${dir}/${name}.h" "${stamp}")
   target_include_directories("${target}" PUBLIC "${dir}")
-  if(arg_FORMAT STREQUAL "packed")
+  if(format STREQUAL "packed")
     # Appended to the property, so that neither form of target_link_libraries() elsewhere
     # clashes with this one.
     set_property(TARGET "${target}" APPEND PROPERTY LINK_LIBRARIES veltrane::font_runtime)

@@ -13,11 +13,15 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 targets=(
   char_range_parser
   font_export
+  export_arguments
 )
 # Options of one target beyond the common ones. A font input is written to a file and
 # exported four times, so it gets a size cap well above its seeds and a time limit per input.
+# An argument list's usage errors and help would flood the log: the target's own output is
+# closed (libFuzzer keeps its reports).
 declare -A target_options=(
   [font_export]="-max_len=16384 -timeout=20"
+  [export_arguments]="-max_len=1024 -close_fd_mask=3"
 )
 
 for name in "${targets[@]}"; do

@@ -3,9 +3,12 @@
 //
 //   text_banner [TEXT]     TEXT (default Hello) in the banner font
 //   text_banner --greeting a Russian greeting, a CP1251 string, in the greeting font
+//   text_banner --turned [TEXT]  TEXT in the banner font's four rotations (turned_banner.cpp)
 
 #include <banner_font.h>   // generated: font_banner_font_0 .. font_banner_font_270
 #include <greeting_font.h> // generated: font_greeting_font_0 .. font_greeting_font_270
+
+#include "turned_banner.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -63,6 +66,10 @@ char Shade(uint8_t coverage)
 int main(int argc, char** argv)
 {
     const std::string argument = argc > 1 ? argv[1] : "Hello";
+    if (argument == "--turned") {
+        PrintTurnedBanners(argc > 2 ? argv[2] : "Hello");
+        return 0;
+    }
     const bool greeting = argument == "--greeting";
     const ds_bitmap_font_t& font = greeting ? font_greeting_font_0 : font_banner_font_0;
     const std::vector<Placed> placed = Layout(font, greeting ? kGreeting : argument);

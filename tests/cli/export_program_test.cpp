@@ -234,18 +234,26 @@ TEST(ExportProgram, GoldenExports)
 TEST(ExportProgram, ChecksHeightThenCodesThenFontThenPlaces)
 {
     ExpectRuns({
-        {{}, {"--height", "16px", kTestFont, "Font.cpp"}, 1, "Invalid font size !\n"},
-        {{.files = {"f"}}, {"--height", "5", "--chars", "300", "none.ttf", "f/Font.cpp"}, 1, kSizeRange, "", {"f"}},
-        {{}, {"--height", "-16", kTestFont, "Font.cpp"}, 1, kSizeRange},
+        {{}, {"--height", "16px", kTestFont, "Font.cpp"}, 1,
+         "Invalid font size !\n" + kNote + "--height \"16px\" is not a number\n"},
+        {{.files = {"f"}}, {"--height", "5", "--chars", "300", "none.ttf", "f/Font.cpp"}, 1,
+         kSizeRange + kNote + "--height \"5\" is not from 6 to 256\n", "", {"f"}},
+        {{}, {"--height", "", kTestFont, "Font.cpp"}, 1, kSizeRange + kNote + "--height \"\" is not a number\n"},
+        {{}, {"--chars", "65", "--fallback", kIconsFont + "@300", "none.ttf", "Font.cpp"}, 1, kSizeRange + kNote +
+         "--fallback \"" + kIconsFont + "@300\": the height \"300\" is not from 6 to 256\n"},
         {{}, {"--chars", "65,300,256", "none.ttf", "Font.cpp"}, 1,
          "Character code 300 is above 255 and cannot be exported !\n"},
         {{}, {"--codepage", "CP1251", "--chars", "65,152", "none.ttf", "Font.cpp"}, 1,
          "Character code 152 has no character in CP1251 !\n"},
         {{}, {"--chars", "65", "--proof", "p.png", "--proof-text", "AB", "none.ttf", "Font.cpp"}, 1,
          "Character \"B\" (U+0042) is not among the exported characters !\n"},
-        {{}, {"--proof", "p.png", "--proof-text", "\xff", "none.ttf", "Font.cpp"}, 1,
-         "The proof text is not valid UTF-8 !\n"},
-        {{}, {"--text", "\t\r\n", "none.ttf", "Font.cpp"}, 1, "No characters to export !\n"},
+        {{}, {"--proof", "p.png", "--proof-text", "AB\xff", "none.ttf", "Font.cpp"}, 1,
+         "The proof text is not valid UTF-8 !\n" + kNote + "--proof-text is not valid UTF-8 at byte 3\n"},
+        {{}, {"--proof", "", "none.ttf", "Font.cpp"}, 1, kProofFailed + kNote + "--proof \"\" is not a file name\n"},
+        {{}, {"--text", "abc\xe2\x82", "none.ttf", "Font.cpp"}, 1,
+         "The sample text is not valid UTF-8 !\n" + kNote + "--text is not valid UTF-8 at byte 4\n"},
+        {{}, {"--text", "\t\r\n", "none.ttf", "Font.cpp"}, 1,
+         "No characters to export !\n" + kNote + "--text \"\\x09\\x0D\\x0A\" names no character\n"},
         {{}, {"none.ttf", "gone/Font.cpp"}, 1, kLoadFailed + "\"none.ttf\": No such file or directory\n"},
     });
 }
@@ -261,6 +269,12 @@ TEST(ExportProgram, UsageErrors)
          kNote + "unknown option --hieght; did you mean --height?\n" + kNote + kRunHelp},
         {{}, {"--height"}, 2, kNote + "--height needs a value\n"},
         {{}, {kTestFont, "./"}, 2, "\"./\" names a directory"},
+        {{.dirs = {"Font.cpp"}}, {kTestFont, "Font.cpp"}, 2, "OUTPUT: \"Font.cpp\" names a directory", "", {"Font.cpp"}},
+        {{}, {kTestFont, "sub/.cpp"}, 2, "OUTPUT: \"sub/.cpp\" has no name before .cpp"},
+        {{}, {kTestFont, "X.h"}, 2, "OUTPUT: \"X.h\" does not end in .cpp"},
+        {{}, {"-h", "12", kTestFont, "X.cpp"}, 2, kNote + "-h is the help; the height is --height\n"},
+        {{}, {"--rotations", "0", "--height", "8", "--rotations=90", kTestFont, "X.cpp"}, 2,
+         kNote + "--rotations is given twice\n"},
         {{}, {"--codepage", "UTF-8", kTestFont, "Font.cpp"}, 2, "codepage \"UTF-8\" is not an 8-bit encoding"},
         {{}, {"--codepage", "no-such", kTestFont, "Font.cpp"}, 2, "unknown codepage \"no-such\""},
         {{}, {"--face", "-1", kTestFont, "Font.cpp"}, 2, "--face"},
@@ -271,7 +285,7 @@ TEST(ExportProgram, UsageErrors)
         {{}, {"--glyphs", kIconsFont, kTestFont, "Font.cpp"}, 2, "is not FONT:LIST or FONT:LIST=>BYTE"},
         {{}, {"--mono", "--hinting", "Light", kTestFont, "Font.cpp"}, 2,
          "--hinting: light fits outlines for grey pixels and cannot go with --mono"},
-        {{}, {"--gamma", "1", "--mono", kTestFont, "Font.cpp"}, 2, "--gamma: a --mono render has no grey pixels to correct"},
+        {{}, {"--gamma", "2.2", "--mono", kTestFont, "Font.cpp"}, 2, "--gamma: a --mono render has no grey pixels to correct"},
         {{}, {"--gamma", "4.5", kTestFont, "Font.cpp"}, 2, "--gamma: \"4.5\" is not a number from 0.25 to 4"},
     });
 }
@@ -285,8 +299,6 @@ TEST(ExportProgram, WriteFailuresKeepEarlierFiles)
          kWriteFailed + kNote + "cannot write in \"f/\": Not a directory\n", "", {"f"}},
         {{.dirs = {"ro"}, .modes = {{"ro", 0555}}}, {"--chars", "65", kTestFont, "ro/Font.cpp"}, 1,
          kWriteFailed + kNote + "cannot write in \"ro/\": Permission denied\n", "", {"ro"}},
-        {{.dirs = {"Font.cpp"}}, {"--chars", "65", kTestFont, "Font.cpp"}, 1,
-         kWriteFailed + kNote + "cannot write \"./Font.cpp\": Is a directory\n", "", {"Font.cpp"}},
         {{.dirs = {"Font.h"}}, {"--chars", "65", kTestFont, "Font.cpp"}, 1,
          kWriteFailed + kNote + "cannot write \"./Font.h\": Is a directory\n", "", {"Font.h"}},
         {{.links = {{"Font.cpp", "/dev/full"}}}, {"--chars", "65", kTestFont, "Font.cpp"}, 1,
@@ -297,7 +309,7 @@ TEST(ExportProgram, WriteFailuresKeepEarlierFiles)
         {{.files = {"Font.cpp", "Font.h"}, .brokenGlyph = 233},
          {"--codepage", "CP437", "--chars", "233,130", "broken.ttf", "Font.cpp"}, 1,
          "cannot load glyph\n" + kNote + "while rendering code 130 (U+00E9) from broken.ttf\n" + kNote +
-             "no glyph for 233; " + kShape, "", {"Font.cpp", "Font.h", "broken.ttf"}},
+             "no glyph for 233 \"Θ\" (U+0398); " + kShape, "", {"Font.cpp", "Font.h", "broken.ttf"}},
         // A proof that cannot be written fails the export as a whole.
         {{.files = {"Font.cpp"}, .links = {{"p.png", "/dev/full"}}},
          {"--chars", "65", "--proof", "p.png", kTestFont, "Font.cpp"}, 1,
@@ -351,15 +363,23 @@ TEST(ExportProgram, FontAndTextFailuresSayWhy)
         {{.fonts = {{"two.ttc", TwoFaceCollection()}}}, {"--face", "2", "two.ttc", "Font.cpp"}, 1,
          kLoadFailed + "\"two.ttc\" has no face 2: the file has 2 faces, 0 to 1\n", "", {"two.ttc"}},
         {{}, {"--height", "15", kTerminus, "Font.cpp"}, 1,
-         "cannot set char size\n" + kNote + "the font has bitmaps at 12, 14, 16, 18, 20, 22, 24, 28, 32 px\n"},
+         "cannot set char size\n" + kNote + "the font has bitmaps at 12, 14, 16, 18, 20, 22, 24, 28, 32 px\n" + kNote +
+         "give --height 12, --height 14, --height 16, --height 18, --height 20, --height 22, --height 24, --height 28 or "
+         "--height 32\n"},
+        {{}, {"--chars", "65", "--fallback", kTerminus + "@15", kTestFont, "Font.cpp"}, 1, "cannot set char size\n" +
+         kNote + "the size cannot be set in \"" + kTerminus + "\"\n" + kNote +
+         "the font has bitmaps at 12, 14, 16, 18, 20, 22, 24, 28, 32 px\n" + kNote +
+         "give it one as FONT@PX, e.g. " + kTerminus + "@12\n"},
         {{}, {"--chars", "9, A-Z ,OxFF,126-32,1-2-3,65-, ,,0-4000000000,a\"\tb,65,300", "none.ttf", "Font.cpp"}, 1,
          "Invalid character codes !\n" + kNote + "\"A-Z\" in --chars is not a range of two numbers\n" + kNote +
          "\"OxFF\" in --chars is not a number\n" + kNote + "\"126-32\" in --chars runs backwards\n" + kNote +
          "\"1-2-3\" in --chars has more than one \"-\"\n" + kNote +
          "\"65-\" in --chars is a range without its last code\n" + kNote +
          "\"0-4000000000\" in --chars goes above 255\n" + kNote + "\"a\\\"\\x09b\" in --chars is not a number\n"},
-        {{}, {"--chars", "66-70,200", kTestFont, "Font.cpp"}, 1, "No glyph for any of the characters !\n" + kNote +
-         "\"" + kTestFont + "\" has no glyph for any of 66-70, 200\n"},
+        {{}, {"--chars", "66-75,200", kTestFont, "Font.cpp"}, 1, "No glyph for any of the characters !\n" + kNote +
+         "\"" + kTestFont + "\" has no glyph for any of 66-75, 200\n"},
+        {{}, {"--chars", "67", "--fallback", kIconsFont, kTestFont, "Font.cpp"}, 1, "No glyph for any of the characters !\n" +
+         kNote + "\"" + kTestFont + "\" or \"" + kIconsFont + "\" have no glyph for any of 67 \"C\" (U+0043)\n"},
         // Glyphs from another font: each set's codes, bytes and glyphs.
         {{}, {"--chars", "65-66", "--glyphs", kIconsFont + ":0xE000-0xE001=>0x42", kTestFont, "Font.cpp"}, 1,
          "Character code 66 is given twice !\n" + kNote + "by --chars/--text and by --glyphs \"" + kIconsFont +
@@ -372,6 +392,21 @@ TEST(ExportProgram, FontAndTextFailuresSayWhy)
              "--glyphs \"a.ttf:0xE000-0xE001=>0xFF\" places 2 characters from byte 255 on\n"},
         {{}, {"--glyphs", "a.ttf:0xE000,0xE00G=>0x80", "none.ttf", "Font.cpp"}, 1,
          "Invalid character codes !\n" + kNote + "\"0xE00G\" in --glyphs is not a number\n"},
+        // Typos that would place glyphs where no string reaches them, or twice.
+        {{}, {"--glyphs", "a.ttf:0xE000-0xE001=> ", "none.ttf", "Font.cpp"}, 1, "Invalid character codes !\n" + kNote +
+         "\"=> \" in --glyphs \"a.ttf:0xE000-0xE001=> \" has no byte after \"=>\", e.g. =>0x80\n"},
+        {{}, {"--glyphs", "a.ttf:0xE000=>0x0", "none.ttf", "Font.cpp"}, 1, "Invalid character codes !\n" + kNote +
+         "\"=>0x0\" in --glyphs \"a.ttf:0xE000=>0x0\" places a glyph under byte 0, which ends a C string; "
+         "start from 1 or above\n"},
+        {{}, {"--glyphs", "a.ttf:0", "none.ttf", "Font.cpp"}, 1, "Invalid character codes !\n" + kNote +
+         "--glyphs \"a.ttf:0\" places U+0000 under byte 0, which ends a C string; give it a byte from 1 on with =>BYTE\n"},
+        {{}, {"--glyphs", "a.ttf: ,=>0x80", "none.ttf", "Font.cpp"}, 1, "Invalid character codes !\n" + kNote +
+         "--glyphs \"a.ttf: ,=>0x80\" names no characters before \"=>\" or after \":\"\n"},
+        {{}, {"--glyphs", "a.ttf:0x41-0x43,0x42=>0x80", "none.ttf", "Font.cpp"}, 1, "Invalid character codes !\n" +
+         kNote + "\"B\" (U+0042) is listed twice in --glyphs \"a.ttf:0x41-0x43,0x42=>0x80\"\n"},
+        {{}, {"--glyphs", "a.ttf@12:0x2600=", "none.ttf", "Font.cpp"}, 1, "Invalid character codes !\n" + kNote +
+         "\"0x2600=\" in --glyphs is not a number\n" + kNote + "quote the whole argument, e.g. --glyphs "
+         "'a.ttf@12:0x2600=>0x80': unquoted, the shell takes \">\" as a redirection\n"},
         {{}, {"--chars", "48", "--glyphs", "a.ttf:0x41,0x20AC", "none.ttf", "Font.cpp"}, 1,
          "Character \"€\" (U+20AC) is not in ISO-8859-1 !\n" + kNote +
              "give --glyphs \"a.ttf:0x41,0x20AC\" a byte to start from, e.g. a.ttf:0x41,0x20AC=>0x80\n"},
@@ -399,6 +434,7 @@ TEST(ExportProgram, FontAndTextFailuresSayWhy)
 TEST(ExportProgram, WarningsAndStats)
 {
     const std::string stats = "characters                            2\n"
+                              "rotations                  0,90,180,270\n"
                               "pixel bytes per rotation            112\n"
                               "pixel bytes in all                  448\n"
                               "kerning pairs                         2\n"
@@ -411,24 +447,36 @@ TEST(ExportProgram, WarningsAndStats)
         {{}, {"--kerning", "Auto", "--stats", "--chars", "65,86,84", kNotoSans, "Font.cpp"}, 0, "",
          "kerning pairs                         4\n", kPair},
         {{}, {"--kerning", "legacy", "--chars", "65,86,84", kNotoSans, "Font.cpp"}, 0, "", "", kPair},
-        {{}, {"--chars", "9, ,,0-2,65", kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 0-2, 9; " + kShape, "", kPair},
+        {{}, {"--chars", "9, ,,0-2,65,66-70", kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 0-2, 9, 66-70; " + kShape,
+         "", kPair},
         {{}, {"--height", "8", "--chars", "65,176,191", kKoi8rFont, "Font.cpp"}, 0,
-         kNote + "no glyph for 191 (the font is encoded in KOI8-R); " + kShape, "", kPair},
+         kNote + "no glyph for 191 \"¿\" (U+00BF) (the font is encoded in KOI8-R; give --codepage KOI8-R); " + kShape,
+         "", kPair},
+        // Choices that change nothing: the default gamma with --mono, a bitmap font's rendering.
+        {{}, {"--mono", "--gamma", "1", "--chars", "65", kTestFont, "Font.cpp"}, 0, "", "", kPair},
+        {{}, {"--height", "12", "--chars", "65", "--gamma", "2", kTerminus, "Font.cpp"}, 0,
+         kNote + "--gamma does not apply to the bitmap font \"" + kTerminus + "\", which keeps its pixels\n", "", kPair},
+        {{}, {"--chars", "65", kTestFont, "_Font.cpp"}, 0, kNote + "the name gives the identifier font__Font_0, which C++ "
+         "reserves as it holds \"__\"; give OUTPUT a name of letters, digits and single \"_\"\n", "",
+         {"_Font.cpp", "_Font.h"}},
         {{}, {"--stats", "--chars", "65,86", kTestFont, "Font.cpp"}, 0, "", stats, kPair},
         // A fallback's glyphs are not missing; each font's count, the column right of the longest name.
         {{}, {"--stats", "--chars", "65-67", "--fallback", kIconsFont, kTestFont, "Font.cpp"}, 0,
-         kNote + "no glyph for 67; " + kShape,
+         kNote + "no glyph in \"" + kTestFont + "\" or \"" + kIconsFont + "\" for 67 \"C\" (U+0043); " + kShape,
          "characters                                3\n"
          "  from veltrane-test.ttf                  2\n"
          "  from veltrane-test-icons.ttf            1\n",
          kPair},
+        // A fallback drawn at a height of its own: its B 4 x 12 pixels at 24 px rather than 2 x 8.
+        {{}, {"--stats", "--chars", "66", "--fallback", kIconsFont + "@24", kTestFont, "Font.cpp"}, 0, "",
+         "pixel bytes per rotation                 48\n", kPair},
         {{}, {"--codepage", "CP1251", "--chars", "65", "--text", "и\u0306", "--proof", "p.png", "--proof-text",
-              "и\u0306", kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 233; " + kShape, "",
+              "и\u0306", kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 233 \"й\" (U+0439); " + kShape, "",
          {"Font.cpp", "Font.h", "p.png"}},
         {{}, {"--codepage", "CP1258", "--chars", "65", "--text", "â\u0300", kTestFont, "Font.cpp"}, 0,
-         kNote + "no glyph for 204, 226; " + kShape, "", kPair},
+         kNote + "no glyph for 204 \"\u25CC\u0300\" (U+0300), 226 \"â\" (U+00E2); " + kShape, "", kPair},
         {{}, {"--codepage", "CP1251", "--chars", "65", "--text", "Пр", "--proof", "p.png", "--proof-text", "р\nП",
-              kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 207, 240; " + kShape, "",
+              kTestFont, "Font.cpp"}, 0, kNote + "no glyph for 207 \"П\" (U+041F), 240 \"р\" (U+0440); " + kShape, "",
          {"Font.cpp", "Font.h", "p.png"}},
         {{}, {"--help"}, 0, "", "\n  --face N  "}, // its value's name alone, without type, range or default
         {{}, {"--version"}, 0, "", "Veltrane Bitmap Font Generator v1.00\n"},

@@ -3,7 +3,7 @@
 # needs, that the desktop program, its entry and icon land where a desktop's application
 # menu looks for them, and that a firmware-like project builds against the installed CMake
 # package. Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE, CXX,
-# TEST_FONT, EXPECTED, EXPECTED_GREETING and EXPECTED_PACKED (the example's outputs).
+# TEST_FONT, EXPECTED, EXPECTED_GREETING, EXPECTED_TURNED and EXPECTED_PACKED (the example's outputs).
 
 file(REMOVE_RECURSE "${PREFIX}")
 function(install_component component)
@@ -52,6 +52,12 @@ run("${example}/text_banner" --greeting)
 file(READ "${EXPECTED_GREETING}" expected)
 if(NOT out STREQUAL expected)
   message(FATAL_ERROR "the example's greeting drew\n${out}instead of\n${expected}")
+endif()
+# The banner from each rotation's records, as turned displays show it.
+run("${example}/text_banner" --turned "AV.j")
+file(READ "${EXPECTED_TURNED}" expected)
+if(NOT out STREQUAL expected)
+  message(FATAL_ERROR "the example's turned banners drew\n${out}instead of\n${expected}")
 endif()
 # The packed font, its runtime from the installed sources, in the four rotations.
 run("${example}/packed_banner" "AVAT V.jA")
