@@ -19,7 +19,7 @@ std::optional<std::string> WriteExport(const ExportRequest& request, const Expor
     std::optional<ProofOutput> proof;
     if (request.proofPath) {
         listeners.push_back(&written);
-        proof.emplace(*request.proofPath, written, *plan.proofLines, plan.height);
+        proof.emplace(ProofOutput{*request.proofPath, written, *plan.proofLines, plan.height});
     }
     FontPairSizes sizes;
     std::string why;

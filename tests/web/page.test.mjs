@@ -1,0 +1,141 @@
+// The web page in headless Chromium: it opens with a drawn preview, its exports are the
+// native exporter's bytes, its messages are the native exporter's, and nothing fails on
+// the way.
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { asShown, downloadedFiles, openPage, runNative } from './page_session.mjs';
+
+const DEJAVU = '/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf';
+const NOTO = '/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf';
+const KOI8R_PCF = '/usr/share/fonts/X11/misc/5x8-KOI8-R.pcf.gz';
+const TEST_FONT = 'tests/fonts/veltrane-test.ttf';
+const ICONS_FONT = 'tests/fonts/veltrane-test-icons.ttf';
+
+let session;
+let page;
+
+before(async () => {
+  session = await openPage();
+  page = session.page;
+});
+
+after(async () => {
+  await session.close();
+});
+
+// Sets the page's fields: ids to values (a boolean checks a checkbox, a path names the
+// file of a file field); the rest back to their defaults first.
+async function fill(fields) {
+  await page.evaluate(() => {
+    for (const element of document.querySelectorAll('#fields input:not([type=file]), #fields select')) {
+      if (element.type === 'checkbox') element.checked = false;
+      else if (element.tagName === 'SELECT') element.selectedIndex = [...element.options].findIndex((o) => o.defaultSelected);
+      else element.value = element.defaultValue;
+    }
+  });
+  for (const [id, value] of Object.entries(fields)) {
+    const selector = `#${id}`;
+    const kind = await page.$eval(selector, (element) => element.type || element.tagName);
+    if (kind === 'file') await page.setInputFiles(selector, value);
+    else if (kind === 'checkbox') await page.setChecked(selector, value);
+    else if (kind === 'select-one') await page.selectOption(selector, value);
+    else await page.fill(selector, value);
+  }
+}
+
+// Presses Export and waits for its answer: links or a message.
+async function exportNow() {
+  await page.click('#export');
+  await page.waitForFunction(() => !document.getElementById('export').disabled);
+}
+
+const pageArguments = () => page.evaluate(() => VeltraneCommand.exportArguments(fieldValues()));
+
+test('opens with DejaVu Sans drawn in the preview', async () => {
+  await page.waitForFunction(() => Number(document.getElementById('preview').dataset.drawn) > 0);
+  const inked = await page.$eval('#preview', (canvas) => {
+    const { data } = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height);
+    let count = 0;
+    for (let i = 0; i < data.length; i += 4) if (data[i] < 255) ++count;
+    return count;
+  });
+  assert.ok(inked > 1000, `only ${inked} grey pixels in the preview`);
+  await page.waitForFunction(() => document.getElementById('stats').textContent.length > 0);
+});
+
+// The README's examples and the golden exports' options, one font of each kind.
+const GOLDEN_CASES = [
+  { title: 'the defaults', fonts: [DEJAVU], fields: {} },
+  {
+    title: 'Russian from GPOS in CP1251',
+    fonts: [NOTO],
+    fields: { 'font-file': NOTO, codepage: 'CP1251', text: 'Привет, мир', kerning: 'gpos' },
+  },
+  {
+    title: 'a 1-bit OLED font in one rotation',
+    fonts: [DEJAVU],
+    fields: { 'font-file': DEJAVU, name: 'Oled', height: '12', mono: true, hinting: 'auto', rotations: '0' },
+  },
+  {
+    title: 'gamma, light hinting and legacy kerning of the test font',
+    fonts: [TEST_FONT],
+    fields: { 'font-file': TEST_FONT, height: '0x10', chars: '32-126,0xC0-0xFF', gamma: '2.2', hinting: 'light', rotations: '180,0' },
+  },
+  {
+    title: 'glyphs and a fallback from another font',
+    fonts: [TEST_FONT, ICONS_FONT],
+    fields: { 'font-file': TEST_FONT, chars: '65,66,86', 'glyphs-file': ICONS_FONT, glyphs: '0xE000-0xE001=>0x80', 'fallback-files': ICONS_FONT },
+  },
+  {
+    title: 'an X11 bitmap font in KOI8-R',
+    fonts: [KOI8R_PCF],
+    fields: { 'font-file': KOI8R_PCF, height: '8', codepage: 'KOI8-R', text: 'Привет', name: 'Koi8' },
+  },
+];
+
+for (const { title, fonts, fields } of GOLDEN_CASES) {
+  test(`exports the native exporter's files: ${title}`, async () => {
+    await fill(fields);
+    await exportNow();
+    const native = await runNative(await pageArguments(), fonts);
+    assert.equal(native.status, 0, native.stderr);
+    assert.deepEqual(await downloadedFiles(page), native.files);
+    assert.equal(await page.textContent('#message'), asShown(native.stderr));
+  });
+}
+
+// What a visitor can get wrong: the native exporter's messages, and no link.
+const BAD_CASES = [
+  { title: 'a height out of range', fonts: [DEJAVU], fields: { height: '5' } },
+  { title: 'a height that is no number', fonts: [DEJAVU], fields: { height: '16px' } },
+  { title: 'characters that run backwards', fonts: [DEJAVU], fields: { chars: '126-32,OxFF' } },
+  { title: 'a character outside the codepage', fonts: [DEJAVU], fields: { text: '€', codepage: 'ISO-8859-1' } },
+  { title: 'an unknown codepage', fonts: [DEJAVU], fields: { codepage: 'CP9999' } },
+  { title: 'a gamma out of range', fonts: [DEJAVU], fields: { gamma: '+2' } },
+  { title: 'a file that is no font', fonts: ['web/site/worker.js'], fields: { 'font-file': 'web/site/worker.js' } },
+];
+
+for (const { title, fonts, fields } of BAD_CASES) {
+  test(`says what the native exporter says, with no link: ${title}`, async () => {
+    await fill(fields);
+    await exportNow();
+    const native = await runNative(await pageArguments(), fonts);
+    assert.notEqual(native.status, 0);
+    assert.equal(await page.textContent('#message'), asShown(native.stderr));
+    assert.deepEqual(await downloadedFiles(page), {});
+  });
+}
+
+test('sends a codepage its iconv lacks to the command line, with no link', async () => {
+  await fill({ 'font-file': DEJAVU });
+  await exportNow();
+  assert.equal(Object.keys(await downloadedFiles(page)).length, 2);
+  await fill({ codepage: 'ibm852' });
+  await exportNow();
+  assert.match(await page.textContent('#message'), /^CP852 is a codepage this page cannot export/);
+  assert.deepEqual(await downloadedFiles(page), {});
+});
+
+test('the page shows no console error and no failed request', () => {
+  assert.deepEqual(session.problems, []);
+});
