@@ -24,8 +24,9 @@ after(async () => {
 });
 
 // Sets the page's fields: ids to values (a boolean checks a checkbox, a path names the
-// file of a file field); the rest back to their defaults first.
-async function fill(fields) {
+// file of a file field); the rest back to their defaults first, DejaVu Sans the font.
+async function fill(givenFields) {
+  const fields = { 'font-file': DEJAVU, 'glyphs-file': [], 'fallback-files': [], ...givenFields };
   await page.evaluate(() => {
     for (const element of document.querySelectorAll('#fields input:not([type=file]), #fields select')) {
       if (element.type === 'checkbox') element.checked = false;
@@ -63,37 +64,61 @@ test('opens with DejaVu Sans drawn in the preview', async () => {
   await page.waitForFunction(() => document.getElementById('stats').textContent.length > 0);
 });
 
-// The README's examples and the golden exports' options, one font of each kind.
+// The README's examples and the golden exports' options, one font of each kind, with the
+// command line the page shows for them.
 const GOLDEN_CASES = [
-  { title: 'the defaults', fonts: [DEJAVU], fields: {} },
+  {
+    title: 'the defaults',
+    fonts: [DEJAVU],
+    fields: {},
+    command: 'veltrane-fontgen-export DejaVuSans.ttf DejaVuSans.cpp',
+    cmake: 'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME DejaVuSans)',
+  },
   {
     title: 'Russian from GPOS in CP1251',
     fonts: [NOTO],
     fields: { 'font-file': NOTO, codepage: 'CP1251', text: 'Привет, мир', kerning: 'gpos' },
+    command:
+      "veltrane-fontgen-export --chars 32-126 --text 'Привет, мир' --codepage CP1251 --kerning gpos " +
+      'NotoSans-Regular.ttf NotoSans_Regular.cpp',
   },
   {
     title: 'a 1-bit OLED font in one rotation',
     fonts: [DEJAVU],
     fields: { 'font-file': DEJAVU, name: 'Oled', height: '12', mono: true, hinting: 'auto', rotations: '0' },
+    command: 'veltrane-fontgen-export --height 12 --rotations 0 --hinting auto --mono DejaVuSans.ttf Oled.cpp',
+    cmake:
+      'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Oled HEIGHT 12 ROTATIONS 0 ' +
+      'OPTIONS --hinting auto --mono)',
   },
   {
     title: 'gamma, light hinting and legacy kerning of the test font',
     fonts: [TEST_FONT],
     fields: { 'font-file': TEST_FONT, height: '0x10', chars: '32-126,0xC0-0xFF', gamma: '2.2', hinting: 'light', rotations: '180,0' },
+    command:
+      'veltrane-fontgen-export --height 0x10 --chars 32-126,0xC0-0xFF --rotations 180,0 --hinting light ' +
+      '--gamma 2.2 veltrane-test.ttf veltrane_test.cpp',
   },
   {
     title: 'glyphs and a fallback from another font',
     fonts: [TEST_FONT, ICONS_FONT],
     fields: { 'font-file': TEST_FONT, chars: '65,66,86', 'glyphs-file': ICONS_FONT, glyphs: '0xE000-0xE001=>0x80', 'fallback-files': ICONS_FONT },
+    command:
+      "veltrane-fontgen-export --chars 65,66,86 --glyphs 'veltrane-test-icons.ttf:0xE000-0xE001=>0x80' " +
+      '--fallback veltrane-test-icons.ttf veltrane-test.ttf veltrane_test.cpp',
+    cmake:
+      'veltrane_add_bitmap_font(firmware FONT fonts/veltrane-test.ttf NAME veltrane_test CHARS 65,66,86 ' +
+      'GLYPHS "fonts/veltrane-test-icons.ttf:0xE000-0xE001=>0x80" FALLBACK fonts/veltrane-test-icons.ttf)',
   },
   {
     title: 'an X11 bitmap font in KOI8-R',
     fonts: [KOI8R_PCF],
-    fields: { 'font-file': KOI8R_PCF, height: '8', codepage: 'KOI8-R', text: 'Привет', name: 'Koi8' },
+    fields: { 'font-file': KOI8R_PCF, height: '8', chars: '', codepage: 'KOI8-R', text: 'Привет', name: 'Koi8' },
+    command: "veltrane-fontgen-export --height 8 --text 'Привет' --codepage KOI8-R 5x8-KOI8-R.pcf.gz Koi8.cpp",
   },
 ];
 
-for (const { title, fonts, fields } of GOLDEN_CASES) {
+for (const { title, fonts, fields, command, cmake } of GOLDEN_CASES) {
   test(`exports the native exporter's files: ${title}`, async () => {
     await fill(fields);
     await exportNow();
@@ -101,6 +126,8 @@ for (const { title, fonts, fields } of GOLDEN_CASES) {
     assert.equal(native.status, 0, native.stderr);
     assert.deepEqual(await downloadedFiles(page), native.files);
     assert.equal(await page.textContent('#message'), asShown(native.stderr));
+    assert.equal(await page.textContent('#command'), command);
+    if (cmake) assert.equal(await page.textContent('#cmake-call'), cmake);
   });
 }
 

@@ -204,6 +204,7 @@ function offerDownload(id, fileName, bytes) {
 async function exportFont() {
   clearDownloads();
   showMessage('', false);
+  await fontsArriving.catch(() => {});
   const fields = fieldValues();
   const refusal = codepageRefusal(fields);
   if (refusal) {
@@ -242,6 +243,16 @@ async function loadMainFont(file) {
   $('font-name').textContent = file.name;
   clearDownloads();
   refresh();
+}
+
+// Font files still on their way to the worker; an export waits for them.
+let fontsArriving = Promise.resolve();
+
+function whenFontsArrived(task) {
+  return (event) => {
+    fontsArriving = fontsArriving.then(() => task(event));
+    return fontsArriving;
+  };
 }
 
 function guarded(task) {
@@ -285,18 +296,19 @@ async function start() {
   }
   $('format').addEventListener('input', updatePackedFields);
   $('preview-rotation').addEventListener('input', guarded(drawPreview));
-  $('font-file').addEventListener('change', guarded(async (event) => {
+  $('font-file').addEventListener('change', guarded(whenFontsArrived(async (event) => {
     if (event.target.files[0]) await loadMainFont(event.target.files[0]);
-  }));
-  $('glyphs-file').addEventListener('change', guarded(async (event) => {
+  })));
+  $('glyphs-file').addEventListener('change', guarded(whenFontsArrived(async (event) => {
     fonts.glyphs = event.target.files[0] ? await sendFont(event.target.files[0]) : '';
     refresh();
-  }));
-  $('fallback-files').addEventListener('change', guarded(async (event) => {
-    fonts.fallbacks = [];
-    for (const file of event.target.files) fonts.fallbacks.push(await sendFont(file));
+  })));
+  $('fallback-files').addEventListener('change', guarded(whenFontsArrived(async (event) => {
+    const fallbacks = [];
+    for (const file of event.target.files) fallbacks.push(await sendFont(file));
+    fonts.fallbacks = fallbacks;
     refresh();
-  }));
+  })));
   $('export').addEventListener('click', exportFont);
 
   document.addEventListener('dragover', (event) => {
@@ -304,12 +316,12 @@ async function start() {
     $('drop-hint').hidden = false;
   });
   document.addEventListener('dragleave', () => ($('drop-hint').hidden = true));
-  document.addEventListener('drop', guarded(async (event) => {
+  document.addEventListener('drop', (event) => {
     event.preventDefault();
     $('drop-hint').hidden = true;
     const file = event.dataTransfer.files[0];
-    if (file) await loadMainFont(file);
-  }));
+    if (file) guarded(whenFontsArrived(() => loadMainFont(file)))();
+  });
 
   refresh();
   await detectPackedFormat();

@@ -50,6 +50,9 @@ async function runExport(args, extraDirs) {
     if (!(e && e.name === 'ExitStatus')) throw e;
     status = e.status;
   }
+  // The exporter gives its files the modes of the visitor's umask, which the in-memory
+  // file system would hold against this reader.
+  engine.FS.ignorePermissions = true;
   const files = {};
   for (const dir of [workDir, ...extraDirs]) {
     for (const name of engine.FS.readdir(dir)) {
