@@ -31,10 +31,11 @@ function exportArguments(fields) {
   const args = [];
   const differs = (key) => fields[key] !== undefined && fields[key].trim() !== DEFAULTS[key];
   if (differs('height')) args.push('--height', fields.height);
-  // With a sample text, an absent --chars would mean the text alone: the field's list is
-  // sent whenever it shows one.
+  // With a sample text, an absent --chars means the text alone: the field's list is sent
+  // whenever it shows one, and an empty field leaves the text alone.
   const text = fields.text || '';
-  if (differs('chars') || (text && fields.chars.trim())) args.push('--chars', fields.chars);
+  const chars = fields.chars.trim();
+  if (text ? chars : differs('chars')) args.push('--chars', fields.chars);
   if (text) args.push('--text', text);
   if (fields.codepage && fields.codepage.trim()) args.push('--codepage', fields.codepage.trim());
   if (differs('kerning')) args.push('--kerning', fields.kerning);
