@@ -35,12 +35,22 @@ function putFonts(engine) {
   for (const [name, bytes] of fonts) engine.FS.writeFile(name, bytes);
 }
 
+// The instance the next export runs in, made ahead while the page waits for the visitor.
+let spareEngine = null;
+
+function makeSpareEngine() {
+  const out = [];
+  const err = [];
+  spareEngine = newEngine(out, err).then((engine) => ({ engine, out, err }));
+  spareEngine.catch(() => (spareEngine = null));
+}
+
 // Runs the exporter with `args`; returns its exit status, standard output and error, and
 // the files it wrote (any path), by name.
 async function runExport(args, extraDirs) {
-  const out = [];
-  const err = [];
-  const engine = await newEngine(out, err);
+  if (!spareEngine) makeSpareEngine();
+  const { engine, out, err } = await spareEngine;
+  makeSpareEngine();
   putFonts(engine);
   for (const dir of extraDirs) engine.FS.mkdirTree(dir);
   let status = null;
@@ -68,7 +78,18 @@ function joinLines(lines) {
   return lines.length ? lines.join('\n') + '\n' : '';
 }
 
-async function preview({ font, face, chars, width, height }) {
+async function preview(request) {
+  try {
+    return await composePreview(request);
+  } catch (e) {
+    // An instance that failed (out of memory, say) is not used again.
+    previewEngine = null;
+    previewFont = null;
+    throw e;
+  }
+}
+
+async function composePreview({ font, face, chars, width, height }) {
   if (!previewEngine) {
     previewEngine = await newEngine([], []);
     previewEngine.FS.mkdirTree(workDir);
