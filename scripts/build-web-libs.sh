@@ -32,10 +32,18 @@ fetch() {
     local candidates=("$version") v
     candidates+=($(apt-cache showsrc "$pkg" | sed -n 's/^Version: //p' | grep -F "${version%-*}-" || true))
     for v in "${candidates[@]}"; do
-      (cd "$src_dir/fetch" && apt-get source -q "$pkg=$v" >&2) && break
+      (cd "$src_dir/fetch" && apt-get source -q "$pkg=$v" >"$src_dir/fetch.log" 2>&1) && break
+      echo "No source of $pkg $v on the mirrors" >&2
       rm -rf "$src_dir/fetch" && mkdir -p "$src_dir/fetch"
     done
-    mv "$(find "$src_dir/fetch" -mindepth 1 -maxdepth 1 -type d | head -1)" "$dir"
+    local unpacked
+    unpacked=$(find "$src_dir/fetch" -mindepth 1 -maxdepth 1 -type d | head -1)
+    if [[ -z $unpacked ]]; then
+      cat "$src_dir/fetch.log" >&2
+      echo "Cannot fetch the source of $pkg ${version%-*}: is a deb-src entry there (scripts/install-deps.sh web)?" >&2
+      exit 1
+    fi
+    mv "$unpacked" "$dir"
     rm -rf "$src_dir/fetch"
   fi
   echo "$dir"

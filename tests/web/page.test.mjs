@@ -85,11 +85,13 @@ const GOLDEN_CASES = [
   {
     title: 'a 1-bit OLED font in one rotation',
     fonts: [DEJAVU],
-    fields: { 'font-file': DEJAVU, name: 'Oled', height: '12', mono: true, hinting: 'auto', rotations: '0' },
-    command: 'veltrane-fontgen-export --height 12 --rotations 0 --hinting auto --mono DejaVuSans.ttf Oled.cpp',
+    fields: { 'font-file': DEJAVU, name: 'Oled', height: '12', text: "it's $5; ok", mono: true, hinting: 'auto', rotations: '0' },
+    command:
+      "veltrane-fontgen-export --height 12 --chars 32-126 --text 'it'\\''s $5; ok' --rotations 0 --hinting auto " +
+      '--mono DejaVuSans.ttf Oled.cpp',
     cmake:
-      'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Oled HEIGHT 12 ROTATIONS 0 ' +
-      'OPTIONS --hinting auto --mono)',
+      'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Oled HEIGHT 12 CHARS 32-126 ROTATIONS 0 ' +
+      'OPTIONS --text "it\'s \\$5\\; ok" --hinting auto --mono)',
   },
   {
     title: 'gamma, light hinting and legacy kerning of the test font',

@@ -38,19 +38,27 @@ function putFonts(engine) {
 // The instance the next export runs in, made ahead while the page waits for the visitor.
 let spareEngine = null;
 
-function makeSpareEngine() {
+function makeEngine() {
   const out = [];
   const err = [];
-  spareEngine = newEngine(out, err).then((engine) => ({ engine, out, err }));
-  spareEngine.catch(() => (spareEngine = null));
+  return newEngine(out, err).then((engine) => ({ engine, out, err }));
+}
+
+// An instance of its own for each export, even for two under way at once.
+function takeEngine() {
+  const taken = spareEngine || makeEngine();
+  const spare = makeEngine();
+  spare.catch(() => {
+    if (spareEngine === spare) spareEngine = null;
+  });
+  spareEngine = spare;
+  return taken;
 }
 
 // Runs the exporter with `args`; returns its exit status, standard output and error, and
 // the files it wrote (any path), by name.
 async function runExport(args, extraDirs) {
-  if (!spareEngine) makeSpareEngine();
-  const { engine, out, err } = await spareEngine;
-  makeSpareEngine();
+  const { engine, out, err } = await takeEngine();
   putFonts(engine);
   for (const dir of extraDirs) engine.FS.mkdirTree(dir);
   let status = null;
@@ -60,8 +68,8 @@ async function runExport(args, extraDirs) {
     if (!(e && e.name === 'ExitStatus')) throw e;
     status = e.status;
   }
-  // The exporter gives its files the modes of the visitor's umask, which the in-memory
-  // file system would hold against this reader.
+  // The exporter gives its files modes as on Linux, which the in-memory file system would
+  // otherwise hold against this reader.
   engine.FS.ignorePermissions = true;
   const files = {};
   for (const dir of [workDir, ...extraDirs]) {
