@@ -20,10 +20,10 @@ source_of() { dpkg-query -W -f='${source:Package}=${source:Version}' "$1"; }
 # Fetches and unpacks the source of binary package $1 (Debian's patches applied); prints
 # its directory.
 fetch() {
-  local spec pkg version dir
-  spec=$(source_of "$1")
-  pkg=${spec%%=*}
-  version=${spec#*=}
+  local wanted pkg version dir
+  wanted=$(source_of "$1")
+  pkg=${wanted%%=*}
+  version=${wanted#*=}
   dir=$src_dir/$pkg-${version#*:} # no epoch: a ":" in a path upsets include lists
   if [[ ! -d $dir ]]; then
     rm -rf "$src_dir/fetch" && mkdir -p "$src_dir/fetch"

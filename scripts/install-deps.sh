@@ -12,9 +12,10 @@ bench_pkgs=(libbenchmark-dev)
 font_pkgs=(python3-fonttools)
 package_pkgs=(dpkg-dev file)
 format_pkgs=(clang-format)
-# The web page: emscripten, the libraries' source packages (apt-get source needs dpkg-dev)
-# and a browser for its tests.
-web_pkgs=(emscripten dpkg-dev chromium fonts-dejavu-core libcli11-dev)
+# The web page: emscripten, the libraries' -dev packages (it builds their versions from source,
+# which apt-get source fetches with dpkg-dev) and a browser for its tests.
+web_pkgs=(emscripten dpkg-dev chromium fonts-dejavu-core libcli11-dev libfreetype-dev libharfbuzz-dev libpng-dev
+          libutf8proc-dev zlib1g-dev)
 
 wanted=("${build_pkgs[@]}")
 case "${1:-build}" in

@@ -2,6 +2,7 @@
 // native exporter's bytes, its messages are the native exporter's, and nothing fails on
 // the way.
 import assert from 'node:assert/strict';
+import { readFile } from 'node:fs/promises';
 import { after, before, test } from 'node:test';
 import { asShown, downloadedFiles, openPage, runNative } from './page_session.mjs';
 
@@ -52,16 +53,49 @@ async function exportNow() {
 
 const pageArguments = () => page.evaluate(() => VeltraneCommand.exportArguments(fieldValues()));
 
-test('opens with DejaVu Sans drawn in the preview', async () => {
+// The desktop program's preview of the default list, 800 x 220 grey pixels (PGM).
+async function desktopPreview() {
+  const pgm = await readFile('tests/raster/expected/dejavu_default_list.pgm');
+  const header = pgm.subarray(0, 15).toString('latin1');
+  assert.equal(header, 'P5 800 220 255\n');
+  return Array.from(pgm.subarray(header.length));
+}
+
+test("opens with DejaVu Sans drawn as the desktop program's preview draws it", async () => {
   await page.waitForFunction(() => Number(document.getElementById('preview').dataset.drawn) > 0);
-  const inked = await page.$eval('#preview', (canvas) => {
-    const { data } = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height);
-    let count = 0;
-    for (let i = 0; i < data.length; i += 4) if (data[i] < 255) ++count;
-    return count;
+  // The top 220 rows: a taller picture only adds rows below.
+  const drawn = await page.$eval('#preview', (canvas) => {
+    const { data } = canvas.getContext('2d').getImageData(0, 0, 800, 220);
+    return Array.from(data.filter((_, i) => i % 4 === 0));
   });
-  assert.ok(inked > 1000, `only ${inked} grey pixels in the preview`);
+  assert.deepEqual(drawn, await desktopPreview());
   await page.waitForFunction(() => document.getElementById('stats').textContent.length > 0);
+});
+
+// Where the upright picture's pixel (x, y) of a w x h picture lands when turned, as the
+// exported pixel arrays turn (90: a quarter turn anticlockwise).
+const TURNS = {
+  90: (x, y, w) => [y, w - 1 - x],
+  180: (x, y, w, h) => [w - 1 - x, h - 1 - y],
+  270: (x, y, w, h) => [h - 1 - y, x],
+};
+
+test('turns the preview to the rotation chosen beside it', async () => {
+  const expected = await desktopPreview();
+  for (const [rotation, turn] of Object.entries(TURNS)) {
+    await page.selectOption('#preview-rotation', rotation);
+    await page.waitForFunction((r) => document.getElementById('preview').width === (r === '180' ? 800 : 300), rotation);
+    const grey = await page.$eval('#preview', (canvas) =>
+      Array.from(canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height).data.filter((_, i) => i % 4 === 0)));
+    const width = rotation === '180' ? 800 : 300;
+    for (let y = 0; y < 220; y += 7) {
+      for (let x = 0; x < 800; x += 5) {
+        const [tx, ty] = turn(x, y, 800, 300);
+        assert.equal(grey[ty * width + tx], expected[y * 800 + x], `rotation ${rotation}, pixel ${x},${y}`);
+      }
+    }
+  }
+  await page.selectOption('#preview-rotation', '0');
 });
 
 // The README's examples and the golden exports' options, one font of each kind, with the
