@@ -8,55 +8,7 @@ const PREVIEW_HEIGHT = 300;
 const DEFAULT_FONT = 'DejaVuSans.ttf';
 const PROOF_DIR = '/proof';
 
-// Talks to the worker: each request gets its answer by id.
-class Engine {
-  constructor() {
-    this.worker = new Worker('worker.js');
-    this.pending = new Map();
-    this.nextId = 1;
-    this.worker.onmessage = ({ data }) => {
-      const { resolve, reject } = this.pending.get(data.id);
-      this.pending.delete(data.id);
-      if (data.error !== undefined) reject(new Error(data.error));
-      else resolve(data.result);
-    };
-    this.worker.onerror = (event) => {
-      event.preventDefault();
-      showMessage(`The exporter stopped: ${event.message}`, true);
-    };
-  }
-
-  ask(type, payload = {}, transfer = []) {
-    const id = this.nextId++;
-    return new Promise((resolve, reject) => {
-      this.pending.set(id, { resolve, reject });
-      this.worker.postMessage({ id, type, ...payload }, transfer);
-    });
-  }
-}
-
-// Runs only the latest of the requests that pile up while one is under way.
-function latestOnly(task) {
-  let running = false;
-  let wanted = false;
-  return async function run() {
-    if (running) {
-      wanted = true;
-      return;
-    }
-    running = true;
-    try {
-      do {
-        wanted = false;
-        await task();
-      } while (wanted);
-    } finally {
-      running = false;
-    }
-  };
-}
-
-const engine = new Engine();
+const engine = new Engine((text) => showMessage(text, true));
 const fonts = { main: DEFAULT_FONT, glyphs: '', fallbacks: [] };
 let downloadUrls = [];
 let packedFormatReady = false;
@@ -122,30 +74,8 @@ const drawPreview = latestOnly(async () => {
     height: PREVIEW_HEIGHT,
   });
   const canvas = $('preview');
-  const rotation = Number($('preview-rotation').value);
-  const turned = rotation === 90 || rotation === 270;
-  canvas.width = turned ? picture.height : picture.width;
-  canvas.height = turned ? picture.width : picture.height;
-  const context = canvas.getContext('2d');
-  const image = new ImageData(picture.width, picture.height);
-  if (picture.rgb) {
-    for (let i = 0, j = 0; i < picture.rgb.length; i += 3, j += 4) {
-      image.data[j] = picture.rgb[i];
-      image.data[j + 1] = picture.rgb[i + 1];
-      image.data[j + 2] = picture.rgb[i + 2];
-      image.data[j + 3] = 255;
-    }
-  } else {
-    image.data.fill(255);
-  }
-  const upright = new OffscreenCanvas(picture.width, picture.height);
-  upright.getContext('2d').putImageData(image, 0, 0);
-  // Turned as the exported pixel arrays turn: 90 is a quarter turn anticlockwise.
-  context.save();
-  context.translate(canvas.width / 2, canvas.height / 2);
-  context.rotate((-rotation * Math.PI) / 180);
-  context.drawImage(upright, -picture.width / 2, -picture.height / 2);
-  context.restore();
+  drawPreviewPicture(canvas, picture, Number($('preview-rotation').value));
+  // Counts the pictures shown, for whoever waits for one (the tests).
   canvas.dataset.drawn = String(Number(canvas.dataset.drawn || 0) + 1);
 });
 
