@@ -189,6 +189,20 @@ for (const { title, fonts, fields } of BAD_CASES) {
   });
 }
 
+test('keeps the --stats table and the proof up to date as the fields change', async () => {
+  await fill({ rotations: '90,0', height: '20' });
+  const native = await runNative(['--stats', ...(await pageArguments())], [DEJAVU]);
+  const expected = native.stdout.trimEnd();
+  // The check runs a moment after the last keystroke; a wrong table shows below as a diff.
+  await page.waitForFunction((text) => document.getElementById('stats').textContent === text, expected, { timeout: 10000 }).catch(() => {});
+  assert.equal(await page.textContent('#stats'), expected);
+  await page.waitForFunction(() => document.getElementById('proof').naturalWidth > 0);
+  await fill({ height: '3' });
+  await page.waitForFunction(() => document.getElementById('proof').hidden);
+  const failed = await runNative(['--stats', ...(await pageArguments())], [DEJAVU]);
+  assert.equal(await page.textContent('#stats'), asShown(failed.stderr));
+});
+
 test('sends a codepage its iconv lacks to the command line, with no link', async () => {
   await fill({ 'font-file': DEJAVU });
   await exportNow();

@@ -51,14 +51,15 @@ export async function downloadedFiles(page) {
 
 // Runs the native exporter on `args`, with the fonts `fontPaths` copied into a scratch
 // directory under their own names, as the page names them. Returns its exit status,
-// standard error and the files it wrote there.
+// standard output and error, and the files it wrote there.
 export async function runNative(args, fontPaths) {
   const dir = await mkdtemp(join(tmpdir(), 'veltrane-web-'));
   for (const font of fontPaths) await copyFile(font, join(dir, basename(font)));
   let status = 0;
+  let stdout = '';
   let stderr = '';
   try {
-    ({ stderr } = await promisify(execFile)(nativeExporter, args, { cwd: dir }));
+    ({ stdout, stderr } = await promisify(execFile)(nativeExporter, args, { cwd: dir }));
   } catch (e) {
     status = e.code;
     stderr = e.stderr;
@@ -68,7 +69,7 @@ export async function runNative(args, fontPaths) {
   for (const name of await readdir(dir)) {
     if (!fonts.has(name)) files[name] = Array.from(await readFile(join(dir, name)));
   }
-  return { status, stderr, files };
+  return { status, stdout, stderr, files };
 }
 
 // Standard error as the page shows it: without the program's prefix.

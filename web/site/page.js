@@ -83,28 +83,31 @@ const drawPreview = latestOnly(async () => {
 
 let proofUrl = null;
 
+// The proof picture's PNG bytes, or null to show none rather than an earlier one.
+function showProof(png) {
+  if (proofUrl) URL.revokeObjectURL(proofUrl);
+  proofUrl = png ? URL.createObjectURL(new Blob([png], { type: 'image/png' })) : null;
+  const proof = $('proof');
+  proof.hidden = !proofUrl;
+  if (proofUrl) proof.src = proofUrl;
+  else proof.removeAttribute('src');
+}
+
 const checkExport = latestOnly(async () => {
   const fields = fieldValues();
   const refusal = codepageRefusal(fields);
   if (refusal) {
     $('stats').textContent = refusal;
+    showProof(null);
     return;
   }
   const args = VeltraneCommand.exportArguments(fields);
   const proofArgs = ['--stats', '--proof', `${PROOF_DIR}/proof.png`];
   if (fields.text) proofArgs.push('--proof-text', fields.text);
   const result = await engine.ask('run', { args: [...proofArgs, ...args], extraDirs: [PROOF_DIR] });
-  if (result.status !== 0) {
-    $('stats').textContent = readable(result.stderr);
-    return;
-  }
-  $('stats').textContent = result.stdout.trimEnd();
-  const proof = result.files[`${PROOF_DIR}/proof.png`];
-  if (proof) {
-    if (proofUrl) URL.revokeObjectURL(proofUrl);
-    proofUrl = URL.createObjectURL(new Blob([proof], { type: 'image/png' }));
-    $('proof').src = proofUrl;
-  }
+  const failed = result.status !== 0;
+  $('stats').textContent = failed ? readable(result.stderr) : result.stdout.trimEnd();
+  showProof(failed ? null : result.files[`${PROOF_DIR}/proof.png`]);
 });
 
 // --- Export ----------------------------------------------------------------------------
