@@ -32,7 +32,10 @@ fetch() {
     local candidates=("$version") v
     candidates+=($(apt-cache showsrc "$pkg" | sed -n 's/^Version: //p' | grep -F "${version%-*}-" || true))
     for v in "${candidates[@]}"; do
-      (cd "$src_dir/fetch" && apt-get source -q "$pkg=$v" >"$src_dir/fetch.log" 2>&1) && break
+      if (cd "$src_dir/fetch" && apt-get source -q "$pkg=$v" >"$src_dir/fetch.log" 2>&1); then
+        [[ $v == "$version" ]] || echo "Using the source of $pkg $v" >&2
+        break
+      fi
       echo "No source of $pkg $v on the mirrors" >&2
       rm -rf "$src_dir/fetch" && mkdir -p "$src_dir/fetch"
     done
