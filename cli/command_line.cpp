@@ -3,6 +3,7 @@
 #include "app/app_version.h"
 #include "cli/exit_status.h"
 #include "cli/export_report.h"
+#include "cli/format_choices.h"
 #include "cli/glyph_sets.h"
 #include "cli/named_choice.h"
 #include "cli/render_choices.h"
@@ -46,6 +47,7 @@ constexpr const char* kFooter =
     "      out/Icons.cpp\n"
     "  veltrane-fontgen-export --fallback NotoSans-Regular.ttf --codepage CP1251 --text 'Привет' \\\n"
     "      --height 12 6x12-ISO8859-1.pcf.gz out/Pixel.cpp\n"
+    "  veltrane-fontgen-export --format packed --bpp 4 DejaVuSans.ttf out/Small.c\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 
@@ -167,6 +169,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
            "of one orientation (default all four; a proof shows them in the order given)")
         ->type_name("LIST");
     AddRenderOptions(app, request);
+    AddFormatOptions(app, request);
     app.add_flag("--stats", request.stats,
                  "After the export, print a table of what was written on standard output: characters,\n"
                  "pixel bytes, kerning pairs and the sizes of the two files");
@@ -211,6 +214,7 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
     try {
         app.parse(argc, argv);
         CheckRenderChoices(app, request);
+        CheckFormatChoices(app, request);
     } catch (const CLI::ParseError& e) {
         // --help and --version arrive here too, with a status of 0 and the text for stdout.
         if (e.get_exit_code() == 0) {

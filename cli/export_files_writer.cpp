@@ -30,7 +30,7 @@ std::optional<std::string> WriteExportFiles(const std::vector<FTFont*>& fonts, c
         why = Described(file.Problem());
         return std::optional<std::string>(message);
     };
-    SafeOutput source(path + ".cpp"), header(path + ".h");
+    SafeOutput source(path + SourceExtension(options.format)), header(path + ".h");
     std::optional<SafeOutput> proofFile;
     if (proof)
         proofFile.emplace(proof->path);

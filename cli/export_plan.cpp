@@ -26,6 +26,14 @@ bool SameFile(const std::string& a, const std::string& b)
     return std::filesystem::weakly_canonical(a, ignored) == std::filesystem::weakly_canonical(b, ignored);
 }
 
+// A packed font's OUTPUT may end in ".c" as well as in ".cpp" (any case); SplitOutputPath
+// takes off the latter.
+std::string WithoutSourceExtension(const std::string& path, FontFormat format)
+{
+    const bool endsInC = path.size() > 2 && path[path.size() - 2] == '.' && (path.back() == 'c' || path.back() == 'C');
+    return format == FontFormat::Packed && endsInC ? path.substr(0, path.size() - 2) : path;
+}
+
 std::optional<std::string> PlanCharacters(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
     CharCodeList codes;
@@ -54,6 +62,8 @@ ExportOptions OptionsOf(const ExportRequest& request)
     options.render = request.render;
     if (request.rotations)
         options.rotations = *request.rotations;
+    options.format = request.format;
+    options.packed = request.pack;
     // Beyond the desktop's output, tables compile whatever the signedness of char.
     if (request.GoesBeyondDesktop())
         options.prevCharStyle = PrevCharStyle::CharLiteral;
@@ -62,7 +72,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
 
 std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
-    OutputLocation output = SplitOutputPath(request.outputPath);
+    OutputLocation output = SplitOutputPath(WithoutSourceExtension(request.outputPath, request.format));
     SanitizeBaseName(output.baseName);
     if (output.baseName == kConsumerHeaderName) {
         report.context.push_back(
@@ -72,7 +82,7 @@ std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& 
     plan.baseName = output.baseName;
     plan.path = output.directory + output.baseName;
     if (request.proofPath &&
-        (SameFile(*request.proofPath, plan.path + ".cpp") || SameFile(*request.proofPath, plan.path + ".h")))
+        (SameFile(*request.proofPath, plan.path + SourceExtension(request.format)) || SameFile(*request.proofPath, plan.path + ".h")))
         return kProofReplacesExportMessage;
     return std::nullopt;
 }

@@ -47,11 +47,13 @@ struct ExportRequest
     std::vector<std::string> fallbackPaths;
     // The rotations to write, in the order given (the proof's); absent: all four.
     std::optional<RotationList> rotations;
+    FontFormat format = FontFormat::Ds;
+    PackOptions pack; // with FontFormat::Packed
 
     // Whether any option changes the files from what the desktop program writes.
     bool GoesBeyondDesktop() const
     {
         return sampleText || codepage || faceIndex != 0 || kerningGiven || renderGiven || !glyphSets.empty() ||
-               !fallbackPaths.empty() || rotations;
+               !fallbackPaths.empty() || rotations || format != FontFormat::Ds;
     }
 };

@@ -30,7 +30,8 @@ std::optional<std::string> WriteExport(const ExportRequest& request, const Expor
         return message;
     }
     if (request.stats)
-        report.stats = stats.Table(plan.baseName + ".cpp", sizes.source, plan.baseName + ".h", sizes.header);
+        report.stats = stats.Table(plan.baseName + SourceExtension(plan.options.format), sizes.source,
+                                   plan.baseName + ".h", sizes.header);
     return std::nullopt;
 }
 

@@ -36,6 +36,16 @@ void ExportStats::CharacterWritten(const WrittenCharacter& written)
     }
 }
 
+void ExportStats::FontPacked(const PackedFont& font)
+{
+    packedBpp = font.bpp;
+    flashParts = {{"font record", kPackedFontRecordBytes},
+                  {"glyph records", font.records.size()},
+                  {"pixels", font.pixels.size()},
+                  {"code lookup", font.ranges.size()},
+                  {"kerning", font.kerning.size()}};
+}
+
 std::string ExportStats::Table(const std::string& sourceName, off_t sourceSize, const std::string& headerName,
                                off_t headerSize) const
 {
@@ -57,11 +67,22 @@ std::string ExportStats::Table(const std::string& sourceName, off_t sourceSize, 
                 written += (written.empty() ? "" : ",") + std::to_string(rotation);
         AddRow(table, "rotations", written, labelWidth);
     }
-    AddRow(table, "pixel bytes per rotation", std::to_string(pixelBytesPerRotation), labelWidth);
-    AddRow(table, "pixel bytes in all", std::to_string(rotations.size() * pixelBytesPerRotation), labelWidth);
-    AddRow(table, "kerning pairs", std::to_string(kerningPairs), labelWidth);
-    // Two tables per kerned character, a byte per pair and a closing 0 in each.
-    AddRow(table, "kerning table bytes", std::to_string(2 * (kerningPairs + kernedCharacters)), labelWidth);
+    if (!flashParts.empty()) {
+        AddRow(table, "bits a pixel", std::to_string(packedBpp), labelWidth);
+        uint64_t flash = 0;
+        for (const auto& [part, bytes] : flashParts) {
+            AddRow(table, "flash bytes, " + part, std::to_string(bytes), labelWidth);
+            flash += bytes;
+        }
+        AddRow(table, "flash bytes in all", std::to_string(flash), labelWidth);
+        AddRow(table, "kerning pairs", std::to_string(kerningPairs), labelWidth);
+    } else {
+        AddRow(table, "pixel bytes per rotation", std::to_string(pixelBytesPerRotation), labelWidth);
+        AddRow(table, "pixel bytes in all", std::to_string(rotations.size() * pixelBytesPerRotation), labelWidth);
+        AddRow(table, "kerning pairs", std::to_string(kerningPairs), labelWidth);
+        // Two tables per kerned character, a byte per pair and a closing 0 in each.
+        AddRow(table, "kerning table bytes", std::to_string(2 * (kerningPairs + kernedCharacters)), labelWidth);
+    }
     AddRow(table, sourceName + " bytes", SizeText(sourceSize), labelWidth);
     AddRow(table, headerName + " bytes", SizeText(headerSize), labelWidth);
     return table;

@@ -22,10 +22,12 @@ public:
     }
 
     void CharacterWritten(const WrittenCharacter& written) override;
+    void FontPacked(const PackedFont& font) override;
 
     // The table: characters, the rotations written when not all four, pixel bytes per
     // rotation and in all, kerning pairs and the bytes of their tables, and the size of
-    // each file (-1: not known).
+    // each file (-1: not known). For a packed font: its bits a pixel and its flash bytes
+    // on a 32-bit target by part instead of pixel and table bytes.
     std::string Table(const std::string& sourceName, off_t sourceSize, const std::string& headerName,
                       off_t headerSize) const;
 
@@ -37,4 +39,7 @@ private:
     uint64_t pixelBytesPerRotation = 0;
     uint64_t kerningPairs = 0;
     uint64_t kernedCharacters = 0;
+    // A packed font's bits a pixel and flash bytes by part; empty for a ds pair.
+    unsigned packedBpp = 0;
+    std::vector<std::pair<std::string, uint64_t>> flashParts;
 };

@@ -1,6 +1,7 @@
 # veltrane_add_bitmap_font(<target> FONT <file> [NAME <base>] [HEIGHT <h>] [CHARS <text>]
 #                          [ROTATIONS <r>...] [OUTPUT_DIR <dir>] [PROOF <png>]
 #                          [GLYPHS <file>:<list>[=><byte>]...] [FALLBACK <file>...]
+#                          [FORMAT ds|packed [BPP 1|2|4|8] [COMPRESS auto|none]]
 #                          [OPTIONS <exporter arguments>...])
 #
 # Exports the font at build time with veltrane-fontgen-export into <dir>/<base>.cpp and
@@ -24,6 +25,10 @@
 #               it, e.g. GLYPHS fonts/fontawesome-webfont.ttf:0xF240-0xF244=>0x80 (<file>
 #               relative: to the current source directory)
 #   FALLBACK    fonts to take a character from that FONT has no glyph for, in order
+#   FORMAT      packed writes <dir>/<base>.c and .h instead, a font_<base> drawn in all four
+#               rotations by the C runtime, which <target> then links (veltrane::font_runtime;
+#               the project must enable C); BPP (default 4) and COMPRESS (default auto) choose
+#               its pixels, as --bpp and --compress do
 #   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251;
 #               the rendering choices too, e.g. OPTIONS --mono --hinting auto for a 1-bit
 #               display, or OPTIONS --gamma 2.2
@@ -31,9 +36,32 @@
 # The export runs again when a font or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
+# The packed fonts' C runtime, from the source tree or from where the package installed it.
+if(NOT DEFINED VELTRANE_RUNTIME_DIR)
+  get_filename_component(VELTRANE_RUNTIME_DIR "${CMAKE_CURRENT_LIST_DIR}/../runtime" ABSOLUTE)
+endif()
+
+# veltrane_add_font_runtime(): the target veltrane::font_runtime, the runtime that draws
+# packed fonts, built with the project's own C compiler (a firmware's, when it cross
+# compiles). The project must have enabled C. Made once; find_package makes it at once
+# when C is enabled, veltrane_add_bitmap_font(... FORMAT packed) when first needed.
+function(veltrane_add_font_runtime)
+  if(TARGET veltrane::font_runtime)
+    return()
+  endif()
+  get_property(languages GLOBAL PROPERTY ENABLED_LANGUAGES)
+  if(NOT "C" IN_LIST languages)
+    message(FATAL_ERROR "veltrane::font_runtime is C: enable C in the project, e.g. project(firmware C CXX)")
+  endif()
+  add_library(veltrane_font_runtime STATIC "${VELTRANE_RUNTIME_DIR}/veltrane_font.c")
+  target_include_directories(veltrane_font_runtime PUBLIC "${VELTRANE_RUNTIME_DIR}")
+  set_target_properties(veltrane_font_runtime PROPERTIES C_STANDARD 99 C_STANDARD_REQUIRED ON)
+  add_library(veltrane::font_runtime ALIAS veltrane_font_runtime)
+endfunction()
+
 function(veltrane_add_bitmap_font target)
   set(flags)
-  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF)
+  set(single_values FONT NAME HEIGHT CHARS OUTPUT_DIR PROOF FORMAT BPP COMPRESS)
   set(multi_values ROTATIONS GLYPHS FALLBACK OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
@@ -81,6 +109,36 @@ function(veltrane_add_bitmap_font target)
   get_filename_component(dir "${arg_OUTPUT_DIR}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
 
   set(exporter_args)
+  set(source_extension cpp)
+  if(DEFINED arg_FORMAT)
+    string(TOLOWER "${arg_FORMAT}" arg_FORMAT)
+    if(NOT arg_FORMAT MATCHES "^(ds|packed)$")
+      message(FATAL_ERROR "${fn}: FORMAT \"${arg_FORMAT}\" is not ds or packed")
+    endif()
+    list(APPEND exporter_args --format ${arg_FORMAT})
+  endif()
+  foreach(choice IN ITEMS BPP COMPRESS)
+    if(DEFINED arg_${choice} AND NOT arg_FORMAT STREQUAL "packed")
+      message(FATAL_ERROR "${fn}: ${choice} is a choice of packed fonts; add FORMAT packed")
+    endif()
+  endforeach()
+  if(arg_FORMAT STREQUAL "packed")
+    set(source_extension c)
+    if(DEFINED arg_BPP)
+      if(NOT arg_BPP MATCHES "^(1|2|4|8)$")
+        message(FATAL_ERROR "${fn}: BPP \"${arg_BPP}\" is not 1, 2, 4 or 8")
+      endif()
+      list(APPEND exporter_args --bpp ${arg_BPP})
+    endif()
+    if(DEFINED arg_COMPRESS)
+      string(TOLOWER "${arg_COMPRESS}" arg_COMPRESS)
+      if(NOT arg_COMPRESS MATCHES "^(auto|none)$")
+        message(FATAL_ERROR "${fn}: COMPRESS \"${arg_COMPRESS}\" is not auto or none")
+      endif()
+      list(APPEND exporter_args --compress ${arg_COMPRESS})
+    endif()
+    veltrane_add_font_runtime()
+  endif()
   if(DEFINED arg_HEIGHT)
     list(APPEND exporter_args --height "${arg_HEIGHT}")
   endif()
@@ -117,7 +175,7 @@ function(veltrane_add_bitmap_font target)
   # Two calls writing the same file (or a PROOF named like a source) would overwrite one
   # font with another; say which calls, rather than leave it to CMake's message about a
   # second rule for the same output.
-  foreach(output IN ITEMS "${stamp}" "${dir}/${name}.cpp" "${dir}/${name}.h" ${proof})
+  foreach(output IN ITEMS "${stamp}" "${dir}/${name}.${source_extension}" "${dir}/${name}.h" ${proof})
     get_property(owner GLOBAL PROPERTY "veltrane_bitmap_font_output:${output}")
     if(owner)
       message(FATAL_ERROR "${fn}: ${output} is already written by veltrane_add_bitmap_font(${owner}); "
@@ -127,13 +185,24 @@ function(veltrane_add_bitmap_font target)
   endforeach()
   add_custom_command(
     OUTPUT "${stamp}"
-    BYPRODUCTS "${dir}/${name}.cpp" "${dir}/${name}.h" ${proof}
+    BYPRODUCTS "${dir}/${name}.${source_extension}" "${dir}/${name}.h" ${proof}
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${dir}"
-    COMMAND VeltraneFontGen::veltrane-fontgen-export ${exporter_args} "${font}" "${dir}/${name}.cpp"
+    COMMAND VeltraneFontGen::veltrane-fontgen-export ${exporter_args} "${font}" "${dir}/${name}.${source_extension}"
     COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
     DEPENDS ${fonts} VeltraneFontGen::veltrane-fontgen-export
     COMMENT "Exporting bitmap font ${name} from ${arg_FONT}"
     VERBATIM)
-  target_sources("${target}" PRIVATE "${dir}/${name}.cpp" "${dir}/${name}.h" "${stamp}")
+  target_sources("${target}" PRIVATE "${dir}/${name}.${source_extension}" "${dir}/${name}.h" "${stamp}")
   target_include_directories("${target}" PUBLIC "${dir}")
+  if(arg_FORMAT STREQUAL "packed")
+    # Appended to the property, so that neither form of target_link_libraries() elsewhere
+    # clashes with this one.
+    set_property(TARGET "${target}" APPEND PROPERTY LINK_LIBRARIES veltrane::font_runtime)
+  endif()
 endfunction()
+
+# find_package() gives the runtime target at once to a project that has enabled C.
+get_property(_veltrane_languages GLOBAL PROPERTY ENABLED_LANGUAGES)
+if("C" IN_LIST _veltrane_languages)
+  veltrane_add_font_runtime()
+endif()

@@ -3,6 +3,8 @@
 #include "export/font_header.h"
 #include "export/font_source.h"
 #include "export/output_writer.h"
+#include "export/packed_render.h"
+#include "export/packed_source.h"
 
 OutputFile* ExportFiles::OpenAll()
 {
@@ -21,7 +23,14 @@ OutputFile* ExportFiles::WriteFont(const std::vector<FTFont*>& fonts, const std:
         return &source;
     {
         OutputWriter out(source);
-        WriteFontSource(out, fonts, baseName, characters, options, listeners);
+        if (options.format == FontFormat::Packed) {
+            const PackedFont font = RenderPackedFont(fonts, characters, options, listeners);
+            for (ExportListener* listener : listeners)
+                listener->FontPacked(font);
+            WritePackedFontSource(out, baseName, font);
+        } else {
+            WriteFontSource(out, fonts, baseName, characters, options, listeners);
+        }
         if (!out.Flush())
             return &source;
     }
@@ -36,7 +45,10 @@ OutputFile* ExportFiles::WriteFont(const std::vector<FTFont*>& fonts, const std:
         return &header;
     {
         OutputWriter out(header);
-        WriteFontHeader(out, baseName, options.rotations);
+        if (options.format == FontFormat::Packed)
+            WritePackedFontHeader(out, baseName);
+        else
+            WriteFontHeader(out, baseName, options.rotations);
         out.Flush();
     }
     return header.Close() ? nullptr : &header;

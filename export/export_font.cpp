@@ -14,7 +14,7 @@ bool ExportFont(FTFont* font, std::string& baseName, const std::string& director
     font->SetPixelSize(height);
     SanitizeBaseName(baseName);
     // Written in place: a failed export leaves what it got to write.
-    InPlaceFile source(directory + baseName + ".cpp"), header(directory + baseName + ".h");
+    InPlaceFile source(directory + baseName + SourceExtension(options.format)), header(directory + baseName + ".h");
     const ExportCharacters characters = ListExportCharacters(*codes, options.codepage);
     return ExportFiles(source, header).WriteFont({font}, baseName, characters, options, listeners) == nullptr;
 }

@@ -3,6 +3,7 @@
 #include "charset/export_characters.h"
 #include "export/font_records.h"
 #include "export/kerning_pair.h"
+#include "export/packed_font.h"
 #include "raster/ft_font.h"
 
 #include <cstdint>
@@ -31,6 +32,8 @@ public:
     virtual void CharacterWritten(const WrittenCharacter& written) { (void)written; }
     // The values of the four font records, after the last character.
     virtual void FontRecordsWritten(const FontRecordMetrics& metrics) { (void)metrics; }
+    // A packed font, once packed, before its source is written.
+    virtual void FontPacked(const PackedFont& font) { (void)font; }
 };
 
 // Told, in this order, about every character as it is written.

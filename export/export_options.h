@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/packed_font.h"
 #include "export/rotations.h"
 #include "raster/render_options.h"
 
@@ -21,6 +22,19 @@ enum class PrevCharStyle
     CharLiteral, // '\xF2': the same byte whether char is signed or unsigned
 };
 
+// What the export writes.
+enum class FontFormat
+{
+    Ds,     // the desktop program's .cpp/.h pair for ds_font.h
+    Packed, // a .c/.h pair for the C runtime of runtime/veltrane_font.h
+};
+
+// The source file's extension of each format.
+inline const char* SourceExtension(FontFormat format)
+{
+    return format == FontFormat::Packed ? ".c" : ".cpp";
+}
+
 // Export choices beyond the desktop program's. The defaults give its output byte for byte.
 struct ExportOptions
 {
@@ -32,4 +46,6 @@ struct ExportOptions
     // The rotations whose pixel arrays, character records and font records are written.
     RotationList rotations = AllRotations();
     RenderOptions render; // how every glyph is rendered
+    FontFormat format = FontFormat::Ds;
+    PackOptions packed; // with FontFormat::Packed
 };

@@ -3,7 +3,7 @@
 # needs, that the desktop program, its entry and icon land where a desktop's application
 # menu looks for them, and that a firmware-like project builds against the installed CMake
 # package. Variables: BUILD_DIR, PREFIX, GUI (desktop program built), VALIDATE, CXX,
-# TEST_FONT, EXPECTED and EXPECTED_GREETING (the example's outputs).
+# TEST_FONT, EXPECTED, EXPECTED_GREETING and EXPECTED_PACKED (the example's outputs).
 
 file(REMOVE_RECURSE "${PREFIX}")
 function(install_component component)
@@ -39,7 +39,8 @@ file(REMOVE_RECURSE "${example}")
 file(COPY "${TEST_FONT}" DESTINATION "${example}")
 get_filename_component(font "${TEST_FONT}" NAME)
 run("${CMAKE_COMMAND}" -S "${example_source}" -B "${example}" "-DCMAKE_PREFIX_PATH=${PREFIX}"
-    "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -pedantic" "-DBANNER_FONT=${example}/${font}")
+    "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -pedantic"
+    "-DCMAKE_C_FLAGS=-Wall -Wextra -Werror -pedantic" "-DBANNER_FONT=${example}/${font}")
 run("${CMAKE_COMMAND}" --build "${example}")
 run("${example}/text_banner" "AVAT V.jA")
 file(READ "${EXPECTED}" expected)
@@ -51,6 +52,12 @@ run("${example}/text_banner" --greeting)
 file(READ "${EXPECTED_GREETING}" expected)
 if(NOT out STREQUAL expected)
   message(FATAL_ERROR "the example's greeting drew\n${out}instead of\n${expected}")
+endif()
+# The packed font, its runtime from the installed sources, in the four rotations.
+run("${example}/packed_banner" "AVAT V.jA")
+file(READ "${EXPECTED_PACKED}" expected)
+if(NOT out STREQUAL expected)
+  message(FATAL_ERROR "the packed example drew\n${out}instead of\n${expected}")
 endif()
 # A font file touched but not changed runs the export again, which leaves the generated
 # source alone, so it is not compiled again; the build after that has nothing to do.

@@ -1,10 +1,14 @@
 // Fuzz target for a font file as a user may hand it to the tool: written to a file, opened,
-// and exported at a few heights (odd ones with GPOS kerning) with ASCII and some Latin-1 letters. FreeType refusing the
-// file, a size or a glyph (FTException) is a correct outcome; besides the sanitizers' checks
-// it fails when a successful export lacks a complete file or a failed one leaves a header.
+// and exported at a few heights (odd ones with GPOS kerning) with ASCII and some Latin-1
+// letters, as a ds pair and as a packed one whose every glyph the runtime then draws in the
+// four rotations. FreeType refusing the file, a size or a glyph (FTException) is a correct
+// outcome; besides the sanitizers' checks it fails when a successful export lacks a
+// complete file, a failed one leaves a header, or the runtime plots a pixel of coverage 0.
 #include "export/export_font.h"
+#include "export/packed_render.h"
 #include "raster/ft_exception.h"
 #include "raster/strike_height.h"
+#include "runtime/runtime_font.h"
 
 #include <unistd.h>
 
@@ -50,6 +54,32 @@ struct ScratchDir
     }
 };
 
+void PlotCovered(void*, int, int, uint8_t coverage)
+{
+    Check(coverage != 0, "the runtime plotted a pixel of coverage 0");
+}
+
+// Packs the codes at the face's current size, `bpp` bits a pixel, and draws each of them and
+// all of them as a text in every rotation.
+void DrawPacked(FTFont& font, const CharCodeList& codes, unsigned bpp)
+{
+    ExportOptions options;
+    options.format = FontFormat::Packed;
+    options.packed.bpp = bpp;
+    const ExportCharacters characters = ListExportCharacters(codes, nullptr);
+    const PackedFont packed = RenderPackedFont({&font}, characters, options);
+    const vt_font_t runtime = RuntimeFont(packed);
+    std::string text;
+    for (const ExportCharacter& character : characters)
+        if (character.code != 0)
+            text += static_cast<char>(character.code);
+    for (int rotation = 0; rotation < 360; rotation += 90) {
+        for (const ExportCharacter& character : characters)
+            vt_draw_char(&runtime, static_cast<uint8_t>(character.code), 0, 0, rotation, PlotCovered, nullptr);
+        vt_draw_text(&runtime, text.c_str(), 0, 0, rotation, PlotCovered, nullptr);
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -86,6 +116,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
         Check(EndsWith(dir / "f.cpp", "}\n};\n") && EndsWith(dir / "f.h", "\n#endif\n"),
               "the export reported success without both complete files");
+        try {
+            DrawPacked(font, codes, 1u << (height % 4)); // 1, 2, 4 and 8 bits a pixel by turns
+        } catch (const FTException&) {
+        }
     }
     return 0;
 }

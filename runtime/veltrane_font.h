@@ -1,0 +1,112 @@
+/* Veltrane packed bitmap fonts: the format veltrane-fontgen-export --format packed writes,
+ * and the functions that draw it. C99; no allocation, no floating point, no library calls,
+ * reentrant.
+ *
+ * Drawing: (x, y) is the pen on the baseline, y grows downwards. For the pixel in column
+ * col and row row of a glyph as rendered, with dx = xoff + col and dy = row - yoff (xoff
+ * from the pen to the glyph's left column, yoff from the baseline up to its top row), the
+ * plot lands at
+ *   rotation   0: (x + dx,     y + dy)       the pen moves +x
+ *   rotation  90: (x + dy,     y - dx - 1)   the pen moves -y
+ *   rotation 180: (x - dx - 1, y - dy - 1)   the pen moves -x
+ *   rotation 270: (x - dy - 1, y + dx)       the pen moves +y
+ * plot is called once for every stored pixel that is not 0, with its coverage 1 to 255.
+ */
+#ifndef VELTRANE_FONT_H
+#define VELTRANE_FONT_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The fields of a glyph record, in the order they are packed. */
+enum
+{
+    VT_FIELD_WIDTH,   /* stored columns */
+    VT_FIELD_HEIGHT,  /* stored rows */
+    VT_FIELD_LEFT,    /* pen to the first stored column, positive right */
+    VT_FIELD_TOP,     /* baseline up to the first stored row, positive up */
+    VT_FIELD_ADVANCE, /* pen movement after the glyph */
+    VT_FIELD_PIXELS,  /* where the glyph's pixels start in `pixels`: bit position >> pixel_shift */
+    VT_FIELD_CODING,  /* VT_CODING_* flags of the glyph's pixels */
+    VT_RECORD_FIELDS
+};
+
+/* How a glyph's pixels are stored. Without VT_CODING_RUNS each is a value of bpp bits;
+ * with it, a zero run (Elias gamma of its length + 1) comes before each value that is not
+ * 0 (bpp bits, none at 1 bit), and a last zero run may end the glyph. With
+ * VT_CODING_CHANGES a value is the exclusive or of the pixel and the one before it. */
+enum
+{
+    VT_CODING_RUNS = 1,    /* zero runs and values, as above */
+    VT_CODING_COLUMNS = 2, /* column by column from the left, each from the top; else row by row */
+    VT_CODING_CHANGES = 4  /* each value XOR the previous pixel's */
+};
+
+enum
+{
+    VT_KERNING_NONE,
+    /* kerning_entries[0] pairs of 8-bit right code, 8-bit left code and a delta, sorted
+     * by right code, then left code */
+    VT_KERNING_PAIRS,
+    /* kerning_entries[0] left codes with their class, from bit kerning_rights
+     * kerning_entries[1] right codes with theirs (each list sorted by code: 8-bit code,
+     * class of kerning_class_bits[]), from bit kerning_deltas a delta for each left class
+     * times kerning_columns right classes */
+    VT_KERNING_CLASSES
+};
+
+/* A packed font. Every array is a stream of bits, most significant bit first. A glyph
+ * record holds field_bits[f] bits (at most 24) for each field f, the value less
+ * field_min[f]; a kerning delta holds kerning_delta_bits bits, the delta less
+ * kerning_delta_min. */
+typedef struct vt_font
+{
+    /* Bytes first, then halves, then words: on a Cortex-M0 each loads from a short offset. */
+    uint8_t bpp;            /* bits of a stored pixel: 1, 2, 4 or 8 */
+    uint8_t coverage_scale; /* 255 / (2^bpp - 1) */
+    uint8_t record_bits;
+    uint8_t pixel_shift; /* 0, or more where the pixels take more than 2^24 bits */
+    uint8_t field_bits[VT_RECORD_FIELDS];
+    uint8_t kerning_form; /* VT_KERNING_* */
+    uint8_t kerning_class_bits[2];
+    uint8_t kerning_delta_bits;
+    int8_t kerning_delta_min;
+    int16_t height; /* baseline to baseline */
+    int16_t ascender;
+    int16_t descender; /* negative below the baseline */
+    int16_t field_min[VT_RECORD_FIELDS];
+    uint16_t range_count;
+    uint16_t kerning_entries[2];
+    uint16_t kerning_columns;
+    const uint8_t *records; /* a record for each glyph, record_bits apart */
+    const uint8_t *pixels;
+    const uint8_t *ranges; /* runs of consecutive codes: first code, count less 1 */
+    const uint8_t *kerning;
+    uint32_t kerning_rights; /* bit position of the right codes' list (classes) */
+    uint32_t kerning_deltas; /* bit position of the deltas (classes) */
+} vt_font_t;
+
+typedef void (*vt_plot_fn)(void *ctx, int x, int y, uint8_t coverage);
+
+/* Draws one character with the pen at (x, y); returns its advance, or 0 for a code the
+ * font lacks or a rotation other than 0, 90, 180 and 270. */
+int vt_draw_char(const vt_font_t *font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void *ctx);
+/* Draws a text, its bytes the font's codes, kerned; skips codes the font lacks. Returns
+ * the advance of the whole text, or 0 for a rotation other than 0, 90, 180 and 270. */
+int vt_draw_text(const vt_font_t *font, const char *text, int x, int y, int rotation, vt_plot_fn plot, void *ctx);
+/* The advance vt_draw_text gives the text, without drawing. */
+int vt_text_width(const vt_font_t *font, const char *text);
+
+int vt_font_height(const vt_font_t *font);
+int vt_font_ascender(const vt_font_t *font);
+int vt_font_descender(const vt_font_t *font);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
