@@ -152,6 +152,28 @@ const GOLDEN_CASES = [
     fields: { 'font-file': KOI8R_PCF, height: '8', chars: '', codepage: 'KOI8-R', text: 'Привет', name: 'Koi8' },
     command: "veltrane-fontgen-export --height 8 --text 'Привет' --codepage KOI8-R 5x8-KOI8-R.pcf.gz Koi8.cpp",
   },
+  {
+    title: 'a packed font',
+    fonts: [DEJAVU],
+    fields: { format: 'packed', name: 'Small' },
+    command: 'veltrane-fontgen-export --format packed DejaVuSans.ttf Small.c',
+    cmake: 'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Small FORMAT packed)',
+  },
+  {
+    title: 'a packed 1-bit font, stored plain',
+    fonts: [DEJAVU],
+    fields: { format: 'packed', mono: true, compress: 'none', height: '12' },
+    command: 'veltrane-fontgen-export --height 12 --mono --format packed --compress none DejaVuSans.ttf DejaVuSans.c',
+    cmake:
+      'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME DejaVuSans FORMAT packed COMPRESS none ' +
+      'HEIGHT 12 OPTIONS --mono)',
+  },
+  {
+    title: 'a packed font in 2 bits a pixel',
+    fonts: [NOTO],
+    fields: { 'font-file': NOTO, format: 'packed', bpp: '2', kerning: 'auto' },
+    command: 'veltrane-fontgen-export --kerning auto --format packed --bpp 2 NotoSans-Regular.ttf NotoSans_Regular.c',
+  },
 ];
 
 for (const { title, fonts, fields, command, cmake } of GOLDEN_CASES) {

@@ -45,13 +45,17 @@ function exportArguments(fields) {
   if (fields.mono) args.push('--mono');
   if (differs('gamma')) args.push('--gamma', fields.gamma);
   if (fields.format === 'packed') {
-    args.push('--format', 'packed', '--bpp', fields.bpp, '--compress', fields.compress);
+    args.push('--format', 'packed');
+    // --bpp defaults to 1 with --mono and 4 without, and to be explicit about the default
+    // would only make --mono with a grey depth a usage error.
+    if (fields.bpp !== (fields.mono ? '1' : '4')) args.push('--bpp', fields.bpp);
+    if (fields.compress !== 'auto') args.push('--compress', fields.compress);
   }
   if (fields.glyphsFont && fields.glyphsList && fields.glyphsList.trim()) {
     args.push('--glyphs', `${fields.glyphsFont}:${fields.glyphsList.trim()}`);
   }
   for (const fallback of fields.fallbacks || []) args.push('--fallback', fallback);
-  args.push(fields.font, `${outputName(fields)}.cpp`);
+  args.push(fields.font, `${outputName(fields)}${fields.format === 'packed' ? '.c' : '.cpp'}`);
   return args;
 }
 
@@ -89,6 +93,11 @@ function cmakeCall(fields) {
     options.splice(at, 2);
     return value;
   };
+  if (take('--format') !== null) parts.push('FORMAT packed');
+  const bpp = take('--bpp');
+  if (bpp !== null) parts.push(`BPP ${bpp}`);
+  const compress = take('--compress');
+  if (compress !== null) parts.push(`COMPRESS ${compress}`);
   const height = take('--height');
   if (height !== null) parts.push(`HEIGHT ${cmakeQuote(height)}`);
   const chars = take('--chars');

@@ -228,6 +228,11 @@ async function start() {
     element.addEventListener('input', refresh);
   }
   $('format').addEventListener('input', updatePackedFields);
+  // A 1-bit render is stored in 1 bit a pixel; more bits would be a usage error.
+  $('mono').addEventListener('input', () => {
+    $('bpp').value = $('mono').checked ? '1' : '4';
+    refresh();
+  });
   $('preview-rotation').addEventListener('input', guarded(drawPreview));
   $('font-file').addEventListener('change', guarded(whenFontsArrived(async (event) => {
     if (event.target.files[0]) await loadMainFont(event.target.files[0]);
