@@ -105,10 +105,13 @@ async function composePreview({ font, face, chars, width, height }) {
   }
   const engine = previewEngine;
   if (!previewFont || previewFont[0] !== font || previewFont[1] !== face) {
+    // Only the font shown is kept: a visitor may try one large font after another.
+    for (const name of engine.FS.readdir(workDir)) {
+      if (engine.FS.isFile(engine.FS.stat(name).mode)) engine.FS.unlink(name);
+    }
     if (fonts.has(font)) engine.FS.writeFile(font, fonts.get(font));
     const opened = engine.ccall('page_preview_open', 'number', ['string', 'number'], [font, face]);
-    previewFont = [font, face];
-    if (!opened) previewFont = null;
+    previewFont = opened ? [font, face] : null;
   }
   const pixels = engine.ccall('page_preview_compose', 'number', ['string', 'number', 'number'], [chars, width, height]);
   if (!pixels) return { width, height, rgb: null };
@@ -121,10 +124,6 @@ const handlers = {
   font({ name, bytes }) {
     fonts.set(name, new Uint8Array(bytes));
     if (previewFont && previewFont[0] === name) previewFont = null;
-    return {};
-  },
-  forget({ name }) {
-    fonts.delete(name);
     return {};
   },
   run: ({ args, extraDirs }) => runExport(args, extraDirs || []),
