@@ -7,8 +7,11 @@ FUZZ_SECONDS ?= 60
 BENCH_DIR ?= build-bench
 ASAN_DIR ?= build-asan
 CLANG_DIR ?= build-clang
+WEB_DIR ?= build-web
+WEB_PORT ?= 8080
 
-.PHONY: all deps build run test test-asan build-clang memcheck fuzz test-font bench bench-preview regen-expected package format
+.PHONY: all deps build run test test-asan build-clang memcheck fuzz test-font bench bench-preview regen-expected \
+        package format web web-serve test-web bench-web
 
 all: build
 
@@ -93,3 +96,26 @@ test-font:
 format:
 	@scripts/install-deps.sh format
 	git ls-files -z -- '*.cpp' '*.h' | grep -zv '/expected/' | xargs -0 clang-format -i
+
+# The web page: a static site in $(WEB_DIR)/site, the exporter compiled to WebAssembly with
+# Debian's emscripten. The libraries it needs are built once from Debian's sources and kept
+# in $(WEB_DIR)/prefix.
+web:
+	@scripts/install-deps.sh web
+	scripts/build-web.sh $(WEB_DIR) $(JOBS)
+
+web-serve: web
+	node scripts/serve-web.mjs $(WEB_DIR)/site $(WEB_PORT)
+
+# The page in headless Chromium, its exports compared with the native exporter's.
+PLAYWRIGHT = $(WEB_DIR)/npm/node_modules/playwright-core
+$(PLAYWRIGHT):
+	npm install --prefix $(WEB_DIR)/npm --no-audit --no-fund playwright-core@1.65.1
+
+test-web: build web $(PLAYWRIGHT)
+	node --test tests/web/
+
+# Export time in the page against the native exporter's whole process, the site's weight
+# and the time to the first preview.
+bench-web: build web $(PLAYWRIGHT)
+	node bench/web_bench.mjs $(WEB_DIR)/site $(BUILD_DIR)/veltrane-fontgen-export

@@ -1,0 +1,268 @@
+// The page: fields, preview, live check, export and download links. The exporter runs in
+// worker.js; everything here only gathers fields and shows what comes back.
+'use strict';
+
+const $ = (id) => document.getElementById(id);
+const PREVIEW_WIDTH = 800;
+const PREVIEW_HEIGHT = 300;
+const DEFAULT_FONT = 'DejaVuSans.ttf';
+const PROOF_DIR = '/proof';
+
+const engine = new Engine((text) => showMessage(text, true));
+const fonts = { main: DEFAULT_FONT, glyphs: '', fallbacks: [] };
+let downloadUrls = [];
+let packedFormatReady = false;
+
+function fieldValues() {
+  return {
+    font: fonts.main,
+    name: $('name').value,
+    face: $('face').value,
+    height: $('height').value,
+    chars: $('chars').value,
+    text: $('text').value,
+    codepage: $('codepage').value,
+    kerning: $('kerning').value,
+    rotations: $('rotations').value,
+    hinting: $('hinting').value,
+    mono: $('mono').checked,
+    gamma: $('gamma').value,
+    format: packedFormatReady ? $('format').value : 'ds',
+    bpp: $('bpp').value,
+    compress: $('compress').value,
+    glyphsFont: fonts.glyphs,
+    glyphsList: $('glyphs').value,
+    fallbacks: fonts.fallbacks,
+  };
+}
+
+function showMessage(text, failed) {
+  const message = $('message');
+  message.textContent = text;
+  message.classList.toggle('failed', Boolean(failed));
+}
+
+// The exporter's standard error as the visitor reads it: its lines less the program's
+// prefix, which only matters in a build log.
+function readable(stderr) {
+  return stderr.replace(/^veltrane-fontgen-export: /gm, '').trimEnd();
+}
+
+// Why the page cannot export this codepage itself, or null when it can.
+function codepageRefusal(fields) {
+  const codepage = VeltraneCommand.codepageOnlyOnCommandLine(fields.codepage);
+  if (!codepage) return null;
+  return `${codepage} is a codepage this page cannot export: its iconv lacks it. ` +
+    `veltrane-fontgen-export on Linux exports it, with the command line below.`;
+}
+
+function showCommand() {
+  const fields = fieldValues();
+  $('command').textContent = VeltraneCommand.shellCommand(VeltraneCommand.exportArguments(fields));
+  $('cmake-call').textContent = VeltraneCommand.cmakeCall(fields);
+  $('name').placeholder = VeltraneCommand.baseNameOfFont(fonts.main);
+}
+
+// --- Preview -------------------------------------------------------------------------
+
+const drawPreview = latestOnly(async () => {
+  const picture = await engine.ask('preview', {
+    font: fonts.main,
+    face: Number.parseInt($('face').value, 10) || 0,
+    chars: $('chars').value,
+    width: PREVIEW_WIDTH,
+    height: PREVIEW_HEIGHT,
+  });
+  const canvas = $('preview');
+  drawPreviewPicture(canvas, picture, Number($('preview-rotation').value));
+  // Counts the pictures shown, for whoever waits for one (the tests).
+  canvas.dataset.drawn = String(Number(canvas.dataset.drawn || 0) + 1);
+});
+
+// --- Live check: what the export would write, its proof and its messages -------------
+
+let proofUrl = null;
+
+// The proof picture's PNG bytes, or null to show none rather than an earlier one.
+function showProof(png) {
+  if (proofUrl) URL.revokeObjectURL(proofUrl);
+  proofUrl = png ? URL.createObjectURL(new Blob([png], { type: 'image/png' })) : null;
+  const proof = $('proof');
+  proof.hidden = !proofUrl;
+  if (proofUrl) proof.src = proofUrl;
+  else proof.removeAttribute('src');
+}
+
+const checkExport = latestOnly(async () => {
+  const fields = fieldValues();
+  const refusal = codepageRefusal(fields);
+  if (refusal) {
+    $('stats').textContent = refusal;
+    showProof(null);
+    return;
+  }
+  const args = VeltraneCommand.exportArguments(fields);
+  const proofArgs = ['--stats', '--proof', `${PROOF_DIR}/proof.png`];
+  if (fields.text) proofArgs.push('--proof-text', fields.text);
+  const result = await engine.ask('run', { args: [...proofArgs, ...args], extraDirs: [PROOF_DIR] });
+  const failed = result.status !== 0;
+  $('stats').textContent = failed ? readable(result.stderr) : result.stdout.trimEnd();
+  showProof(failed ? null : result.files[`${PROOF_DIR}/proof.png`]);
+});
+
+// --- Export ----------------------------------------------------------------------------
+
+function clearDownloads() {
+  for (const url of downloadUrls) URL.revokeObjectURL(url);
+  downloadUrls = [];
+  for (const id of ['download-source', 'download-header']) {
+    const link = $(id);
+    link.hidden = true;
+    link.removeAttribute('href');
+    link.removeAttribute('download');
+    link.textContent = '';
+  }
+}
+
+function offerDownload(id, fileName, bytes) {
+  const url = URL.createObjectURL(new Blob([bytes], { type: 'text/plain' }));
+  downloadUrls.push(url);
+  const link = $(id);
+  link.href = url;
+  link.download = fileName;
+  link.textContent = `Download ${fileName}`;
+  link.hidden = false;
+}
+
+async function exportFont() {
+  clearDownloads();
+  showMessage('', false);
+  await fontsArriving.catch(() => {});
+  const fields = fieldValues();
+  const refusal = codepageRefusal(fields);
+  if (refusal) {
+    showMessage(refusal, true);
+    return;
+  }
+  $('busy').hidden = false;
+  $('export').disabled = true;
+  try {
+    const result = await engine.ask('run', { args: VeltraneCommand.exportArguments(fields) });
+    showMessage(readable(result.stderr), result.status !== 0);
+    if (result.status !== 0) return;
+    const names = Object.keys(result.files);
+    const source = names.find((name) => /\.(cpp|c)$/.test(name));
+    const header = names.find((name) => /\.h$/.test(name));
+    if (source) offerDownload('download-source', source, result.files[source]);
+    if (header) offerDownload('download-header', header, result.files[header]);
+  } catch (e) {
+    showMessage(`The export could not run: ${e.message}`, true);
+  } finally {
+    $('busy').hidden = true;
+    $('export').disabled = false;
+  }
+}
+
+// --- Fonts -----------------------------------------------------------------------------
+
+async function sendFont(file) {
+  const bytes = await file.arrayBuffer();
+  await engine.ask('font', { name: file.name, bytes }, [bytes]);
+  return file.name;
+}
+
+async function loadMainFont(file) {
+  fonts.main = await sendFont(file);
+  $('font-name').textContent = file.name;
+  clearDownloads();
+  refresh();
+}
+
+// Font files still on their way to the worker; an export waits for them.
+let fontsArriving = Promise.resolve();
+
+function whenFontsArrived(task) {
+  return (event) => {
+    fontsArriving = fontsArriving.then(() => task(event));
+    return fontsArriving;
+  };
+}
+
+function guarded(task) {
+  return (...args) =>
+    task(...args).catch((e) => showMessage(`The page could not do that: ${e.message}`, true));
+}
+
+// --- Wiring ----------------------------------------------------------------------------
+
+let checkTimer = null;
+
+function refresh() {
+  showCommand();
+  guarded(drawPreview)();
+  clearTimeout(checkTimer);
+  checkTimer = setTimeout(guarded(checkExport), 150);
+}
+
+// The packed format's fields only mean something to an exporter that has --format.
+async function detectPackedFormat() {
+  const help = await engine.ask('run', { args: ['--help'] });
+  packedFormatReady = /--format\b/.test(help.stdout);
+  $('packed-note').textContent = packedFormatReady ? '' : 'Packed fonts come with a later version of the exporter.';
+  updatePackedFields();
+}
+
+// --bpp and --compress go with the packed format only.
+function updatePackedFields() {
+  $('format').disabled = !packedFormatReady;
+  $('bpp').disabled = $('compress').disabled = !(packedFormatReady && $('format').value === 'packed');
+}
+
+async function start() {
+  const response = await fetch(DEFAULT_FONT);
+  if (!response.ok) throw new Error(`${DEFAULT_FONT} could not be loaded`);
+  const bytes = await response.arrayBuffer();
+  await engine.ask('font', { name: DEFAULT_FONT, bytes }, [bytes]);
+
+  for (const element of $('fields').querySelectorAll('input:not([type=file]), select')) {
+    element.addEventListener('input', refresh);
+  }
+  $('format').addEventListener('input', updatePackedFields);
+  // A 1-bit render is stored in 1 bit a pixel; more bits would be a usage error.
+  $('mono').addEventListener('input', () => {
+    $('bpp').value = $('mono').checked ? '1' : '4';
+    refresh();
+  });
+  $('preview-rotation').addEventListener('input', guarded(drawPreview));
+  $('font-file').addEventListener('change', guarded(whenFontsArrived(async (event) => {
+    if (event.target.files[0]) await loadMainFont(event.target.files[0]);
+  })));
+  $('glyphs-file').addEventListener('change', guarded(whenFontsArrived(async (event) => {
+    fonts.glyphs = event.target.files[0] ? await sendFont(event.target.files[0]) : '';
+    refresh();
+  })));
+  $('fallback-files').addEventListener('change', guarded(whenFontsArrived(async (event) => {
+    const fallbacks = [];
+    for (const file of event.target.files) fallbacks.push(await sendFont(file));
+    fonts.fallbacks = fallbacks;
+    refresh();
+  })));
+  $('export').addEventListener('click', exportFont);
+
+  document.addEventListener('dragover', (event) => {
+    event.preventDefault();
+    $('drop-hint').hidden = false;
+  });
+  document.addEventListener('dragleave', () => ($('drop-hint').hidden = true));
+  document.addEventListener('drop', (event) => {
+    event.preventDefault();
+    $('drop-hint').hidden = true;
+    const file = event.dataTransfer.files[0];
+    if (file) guarded(whenFontsArrived(() => loadMainFont(file)))();
+  });
+
+  refresh();
+  await detectPackedFormat();
+}
+
+guarded(start)();
