@@ -95,12 +95,13 @@ static int kerning(const vt_font_t *font, unsigned left, unsigned right)
     if (font->kerning_form == VT_KERNING_PAIRS) {
         stored = find_entry(data, 0, font->kerning_entries[0], 16 + delta_bits, 16, right << 8 | left);
     } else {
-        const int32_t left_class =
-            find_entry(data, 0, font->kerning_entries[0], 8 + font->kerning_class_bits[0], 8, left);
+        /* The right code first: most characters have no pair to the left of them. */
         const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],
                                                8 + font->kerning_class_bits[1], 8, right);
+        int32_t left_class;
         stream_t stream;
-        if (left_class < 0 || right_class < 0)
+        if (right_class < 0 ||
+            (left_class = find_entry(data, 0, font->kerning_entries[0], 8 + font->kerning_class_bits[0], 8, left)) < 0)
             return 0;
         start(&stream, data,
               font->kerning_deltas + ((uint32_t)left_class * font->kerning_columns + (uint32_t)right_class) * delta_bits);
