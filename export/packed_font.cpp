@@ -113,6 +113,11 @@ PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning
     }
     PackRecords(std::move(records), drawn, font);
     font.pixels = pixels.Bytes();
+    // Records of no bits or no pixels at all still get a byte, so that the runtime never
+    // works out a position from a null array.
+    for (std::vector<uint8_t>* bytes : {&font.records, &font.pixels})
+        if (bytes->empty())
+            bytes->push_back(0);
     PackKerningPairs(kerning, font);
     return font;
 }
