@@ -125,8 +125,8 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
     const int line = along == &row ? height : width;
     start(&stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     /* A turned pixel covers the square left of or above its corner. */
-    x -= cosine < 0 || sine < 0;
-    y -= cosine < 0 || sine > 0;
+    x -= cosine + sine < 0;
+    y -= sine - cosine > 0;
     while (left) {
         unsigned stored;
         uint32_t count = 1; /* pixels this step covers */
