@@ -72,8 +72,8 @@ int main()
 {
     volatile int sink = 0;
     const double ds = MedianMicroseconds([&] { sink = sink + DrawDs(font_bench_ds_0, text, 2, 40, plotter); });
-    const double packed = MedianMicroseconds(
-        [&] { sink = sink + vt_draw_text(&font_bench_packed, text, 2, 40, 0, plotter, nullptr); });
+    const double packed =
+        MedianMicroseconds([&] { sink = sink + vt_draw_text(&font_bench_packed, text, 2, 40, 0, plotter, nullptr); });
     std::printf("40-character text, DejaVu Sans 16 px: ds records, plain loop %.2f us; "
                 "vt_draw_text, 4 bpp compressed %.2f us; ratio %.2f (goal <= 3)\n",
                 ds, packed, packed / ds);

@@ -113,8 +113,8 @@ std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& 
         report.context.push_back(*WhyNotAProofFile(*request.proofPath));
         return kProofWriteFailedMessage;
     }
-    if (request.proofPath &&
-        (SameFile(*request.proofPath, plan.path + SourceExtension(request.format)) || SameFile(*request.proofPath, plan.path + ".h")))
+    if (request.proofPath && (SameFile(*request.proofPath, plan.path + SourceExtension(request.format)) ||
+                              SameFile(*request.proofPath, plan.path + ".h")))
         return kProofReplacesExportMessage;
     return std::nullopt;
 }

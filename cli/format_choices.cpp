@@ -7,8 +7,8 @@ void AddFormatOptions(CLI::App& app, ExportRequest& request)
     app.add_option_function<std::string>(
            "--format",
            [&request](const std::string& text) {
-               request.format = NamedChoice<FontFormat>("--format", text,
-                                                        {{"ds", FontFormat::Ds}, {"packed", FontFormat::Packed}});
+               request.format =
+                   NamedChoice<FontFormat>("--format", text, {{"ds", FontFormat::Ds}, {"packed", FontFormat::Packed}});
            },
            "ds (the desktop program's .cpp/.h pair: 8-bit pixels in four rotations for ds_font.h)\n"
            "or packed (a .c/.h pair for the C runtime veltrane_font.h: each glyph stored once in\n"
@@ -25,8 +25,7 @@ void AddFormatOptions(CLI::App& app, ExportRequest& request)
     app.add_option_function<std::string>(
            "--compress",
            [&request](const std::string& text) {
-               request.pack.compress =
-                   NamedChoice<bool>("--compress", text, {{"auto", true}, {"none", false}});
+               request.pack.compress = NamedChoice<bool>("--compress", text, {{"auto", true}, {"none", false}});
            },
            "With --format packed: auto (each glyph's pixels compressed where that is smaller) or\n"
            "none (every pixel stored plainly) (default auto)")

@@ -76,9 +76,9 @@ StoredPixels StorePixels(const PackGlyph& glyph, const PackOptions& options)
             box.push_back(
                 static_cast<uint8_t>(QuantizeCoverage(glyph.coverage[row * glyph.width + column], options.bpp)));
 
-    static constexpr unsigned kCodings[] = {
-        0, packed::kRuns, packed::kRuns | packed::kColumns, packed::kRuns | packed::kChanges,
-        packed::kRuns | packed::kColumns | packed::kChanges};
+    static constexpr unsigned kCodings[] = {0, packed::kRuns, packed::kRuns | packed::kColumns,
+                                            packed::kRuns | packed::kChanges,
+                                            packed::kRuns | packed::kColumns | packed::kChanges};
     for (unsigned coding : kCodings) {
         if (coding != 0 && !options.compress)
             break;

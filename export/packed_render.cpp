@@ -80,8 +80,7 @@ PackedFont RenderPackedFont(const std::vector<FTFont*>& fonts, const ExportChara
             listener->CharacterWritten(written);
     }
     const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(fonts.front()->Face()));
-    if (!FitsInt16(static_cast<long>(metrics.height)) || !FitsInt16(metrics.ascender) ||
-        !FitsInt16(metrics.descender))
+    if (!FitsInt16(static_cast<long>(metrics.height)) || !FitsInt16(metrics.ascender) || !FitsInt16(metrics.descender))
         throw FTException("line metrics too large for a packed font");
     PackedFont font = PackFont(std::move(glyphs), pairs, metrics, options.packed);
     for (unsigned field = 0; field < packed::kFields; ++field)
