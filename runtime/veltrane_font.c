@@ -4,13 +4,13 @@
 /* A stream of bits, most significant first, read a byte at a time into a window. */
 typedef struct
 {
-    const uint8_t *next;
+    const uint8_t* next;
     uint32_t window;
     unsigned bits; /* not yet taken at the bottom of the window */
 } stream_t;
 
 /* The next `count` bits, at most 24. */
-static uint32_t take(stream_t *stream, unsigned count)
+static uint32_t take(stream_t* stream, unsigned count)
 {
     while (stream->bits < count) {
         stream->window = stream->window << 8 | *stream->next++;
@@ -21,7 +21,7 @@ static uint32_t take(stream_t *stream, unsigned count)
 }
 
 /* Starts `stream` at bit `pos` of `data`. */
-static void start(stream_t *stream, const uint8_t *data, uint32_t pos)
+static void start(stream_t* stream, const uint8_t* data, uint32_t pos)
 {
     stream->next = data + (pos >> 3);
     stream->window = 0;
@@ -30,7 +30,7 @@ static void start(stream_t *stream, const uint8_t *data, uint32_t pos)
 }
 
 /* A length as Elias gamma codes it: the bits of length + 1 after as many zeros less one. */
-static uint32_t take_run(stream_t *stream)
+static uint32_t take_run(stream_t* stream)
 {
     unsigned zeros = 0;
     while (!take(stream, 1))
@@ -39,9 +39,9 @@ static uint32_t take_run(stream_t *stream)
 }
 
 /* The glyph's index in the records, or -1 for a code the font lacks. */
-static int find_glyph(const vt_font_t *font, unsigned code)
+static int find_glyph(const vt_font_t* font, unsigned code)
 {
-    const uint8_t *range = font->ranges;
+    const uint8_t* range = font->ranges;
     int index = 0;
     unsigned left;
     for (left = font->range_count; left; --left, range += 2) {
@@ -53,7 +53,7 @@ static int find_glyph(const vt_font_t *font, unsigned code)
     return -1;
 }
 
-static void read_record(const vt_font_t *font, int index, int32_t *field)
+static void read_record(const vt_font_t* font, int index, int32_t* field)
 {
     stream_t stream;
     int f;
@@ -64,7 +64,7 @@ static void read_record(const vt_font_t *font, int index, int32_t *field)
 
 /* The value after `key` in `count` sorted entries `entry_bits` apart from bit `base`,
  * each its key of `key_bits` and then the value; -1 when no entry has that key. */
-static int32_t find_entry(const uint8_t *data, uint32_t base, unsigned count, unsigned entry_bits, unsigned key_bits,
+static int32_t find_entry(const uint8_t* data, uint32_t base, unsigned count, unsigned entry_bits, unsigned key_bits,
                           uint32_t key)
 {
     unsigned low = 0, high = count;
@@ -85,9 +85,9 @@ static int32_t find_entry(const uint8_t *data, uint32_t base, unsigned count, un
 }
 
 /* The pen adjustment between `left` and the character `right` after it. */
-static int kerning(const vt_font_t *font, unsigned left, unsigned right)
+static int kerning(const vt_font_t* font, unsigned left, unsigned right)
 {
-    const uint8_t *data = font->kerning;
+    const uint8_t* data = font->kerning;
     const unsigned delta_bits = font->kerning_delta_bits;
     int32_t stored;
     if (!data)
@@ -96,23 +96,24 @@ static int kerning(const vt_font_t *font, unsigned left, unsigned right)
         stored = find_entry(data, 0, font->kerning_entries[0], 16 + delta_bits, 16, right << 8 | left);
     } else {
         /* The right code first: most characters have no pair to the left of them. */
-        const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],
-                                               8 + font->kerning_class_bits[1], 8, right);
+        const int32_t right_class =
+            find_entry(data, font->kerning_rights, font->kerning_entries[1], 8 + font->kerning_class_bits[1], 8, right);
         int32_t left_class;
         stream_t stream;
         if (right_class < 0 ||
             (left_class = find_entry(data, 0, font->kerning_entries[0], 8 + font->kerning_class_bits[0], 8, left)) < 0)
             return 0;
         start(&stream, data,
-              font->kerning_deltas + ((uint32_t)left_class * font->kerning_columns + (uint32_t)right_class) * delta_bits);
+              font->kerning_deltas +
+                  ((uint32_t)left_class * font->kerning_columns + (uint32_t)right_class) * delta_bits);
         stored = (int32_t)take(&stream, delta_bits);
     }
     return stored < 0 ? 0 : stored + font->kerning_delta_min;
 }
 
 /* Plots the glyph of `field` with the pen at (x, y), turned by (cosine, sine). */
-static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y, int cosine, int sine,
-                       vt_plot_fn plot, void *ctx)
+static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y, int cosine, int sine, vt_plot_fn plot,
+                       void* ctx)
 {
     const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp, scale = font->coverage_scale;
     const int width = field[VT_FIELD_WIDTH], height = field[VT_FIELD_HEIGHT];
@@ -152,8 +153,7 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
         left -= count;
         if (value) {
             const int dx = field[VT_FIELD_LEFT] + column, dy = row - field[VT_FIELD_TOP];
-            plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy,
-                 (uint8_t)(value * scale));
+            plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy, (uint8_t)(value * scale));
         }
         for (*along += (int)count; *along >= line; *along -= line)
             ++*across;
@@ -161,8 +161,8 @@ static void draw_glyph(const vt_font_t *font, const int32_t *field, int x, int y
 }
 
 /* Draws the codes from `text` up to `end`, or up to its 0 byte when `end` is null. */
-static int draw_codes(const vt_font_t *font, const uint8_t *text, const uint8_t *end, int x, int y, int rotation,
-                      vt_plot_fn plot, void *ctx)
+static int draw_codes(const vt_font_t* font, const uint8_t* text, const uint8_t* end, int x, int y, int rotation,
+                      vt_plot_fn plot, void* ctx)
 {
     /* The turn; both 0 for a rotation other than 0, 90, 180 and 270. */
     const int cosine = (rotation == 0) - (rotation == 180), sine = (rotation == 90) - (rotation == 270);
@@ -185,32 +185,32 @@ static int draw_codes(const vt_font_t *font, const uint8_t *text, const uint8_t 
     return advance;
 }
 
-int vt_draw_text(const vt_font_t *font, const char *text, int x, int y, int rotation, vt_plot_fn plot, void *ctx)
+int vt_draw_text(const vt_font_t* font, const char* text, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
 {
-    return draw_codes(font, (const uint8_t *)text, NULL, x, y, rotation, plot, ctx);
+    return draw_codes(font, (const uint8_t*)text, NULL, x, y, rotation, plot, ctx);
 }
 
-int vt_draw_char(const vt_font_t *font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void *ctx)
+int vt_draw_char(const vt_font_t* font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
 {
     return draw_codes(font, &code, &code + 1, x, y, rotation, plot, ctx);
 }
 
-int vt_text_width(const vt_font_t *font, const char *text)
+int vt_text_width(const vt_font_t* font, const char* text)
 {
     return vt_draw_text(font, text, 0, 0, 0, NULL, NULL);
 }
 
-int vt_font_height(const vt_font_t *font)
+int vt_font_height(const vt_font_t* font)
 {
     return font->height;
 }
 
-int vt_font_ascender(const vt_font_t *font)
+int vt_font_ascender(const vt_font_t* font)
 {
     return font->ascender;
 }
 
-int vt_font_descender(const vt_font_t *font)
+int vt_font_descender(const vt_font_t* font)
 {
     return font->descender;
 }

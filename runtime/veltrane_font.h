@@ -82,28 +82,28 @@ typedef struct vt_font
     uint16_t range_count;
     uint16_t kerning_entries[2];
     uint16_t kerning_columns;
-    const uint8_t *records; /* a record for each glyph, record_bits apart */
-    const uint8_t *pixels;
-    const uint8_t *ranges; /* runs of consecutive codes: first code, count less 1 */
-    const uint8_t *kerning;
+    const uint8_t* records; /* a record for each glyph, record_bits apart */
+    const uint8_t* pixels;
+    const uint8_t* ranges; /* runs of consecutive codes: first code, count less 1 */
+    const uint8_t* kerning;
     uint32_t kerning_rights; /* bit position of the right codes' list (classes) */
     uint32_t kerning_deltas; /* bit position of the deltas (classes) */
 } vt_font_t;
 
-typedef void (*vt_plot_fn)(void *ctx, int x, int y, uint8_t coverage);
+typedef void (*vt_plot_fn)(void* ctx, int x, int y, uint8_t coverage);
 
 /* Draws one character with the pen at (x, y); returns its advance, or 0 for a code the
  * font lacks or a rotation other than 0, 90, 180 and 270. */
-int vt_draw_char(const vt_font_t *font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void *ctx);
+int vt_draw_char(const vt_font_t* font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx);
 /* Draws a text, its bytes the font's codes, kerned; skips codes the font lacks. Returns
  * the advance of the whole text, or 0 for a rotation other than 0, 90, 180 and 270. */
-int vt_draw_text(const vt_font_t *font, const char *text, int x, int y, int rotation, vt_plot_fn plot, void *ctx);
+int vt_draw_text(const vt_font_t* font, const char* text, int x, int y, int rotation, vt_plot_fn plot, void* ctx);
 /* The advance vt_draw_text gives the text, without drawing. */
-int vt_text_width(const vt_font_t *font, const char *text);
+int vt_text_width(const vt_font_t* font, const char* text);
 
-int vt_font_height(const vt_font_t *font);
-int vt_font_ascender(const vt_font_t *font);
-int vt_font_descender(const vt_font_t *font);
+int vt_font_height(const vt_font_t* font);
+int vt_font_ascender(const vt_font_t* font);
+int vt_font_descender(const vt_font_t* font);
 
 #ifdef __cplusplus
 }

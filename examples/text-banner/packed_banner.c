@@ -19,9 +19,9 @@ struct canvas
     int left, top, right, bottom; /* the box of what was plotted */
 };
 
-static void plot(void *ctx, int x, int y, uint8_t coverage)
+static void plot(void* ctx, int x, int y, uint8_t coverage)
 {
-    struct canvas *canvas = ctx;
+    struct canvas* canvas = ctx;
     if (x < 0 || y < 0 || x >= kSize || y >= kSize)
         return;
     canvas->coverage[y][x] = coverage;
@@ -36,10 +36,10 @@ static char shade(uint8_t coverage)
     return coverage == 0 ? '.' : coverage < 85 ? '-' : coverage < 170 ? '+' : '#';
 }
 
-int main(int argc, char **argv)
+int main(int argc, char** argv)
 {
     static struct canvas canvas;
-    const char *text = argc > 1 ? argv[1] : "Hello";
+    const char* text = argc > 1 ? argv[1] : "Hello";
     int rotation;
     for (rotation = 0; rotation < 360; rotation += 90) {
         int x, y, advance;

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <cctype>
-#include <cmath>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -36,8 +36,7 @@ public:
 #if !defined(__cpp_lib_smart_ptr_for_overwrite)
 // An array left uninitialised, as the standard's.
 template <class T>
-    requires is_unbounded_array_v<T>
-unique_ptr<T> make_unique_for_overwrite(size_t size)
+requires is_unbounded_array_v<T> unique_ptr<T> make_unique_for_overwrite(size_t size)
 {
     return unique_ptr<T>(new remove_extent_t<T>[size]);
 }

@@ -12,10 +12,10 @@ void initialise_monitor_handles(void); /* newlib's rdimon: stdin, stdout, stderr
 
 void reset_handler(void)
 {
-    const uint32_t *from = &_sidata;
-    for (uint32_t *to = &_sdata; to < &_edata;)
+    const uint32_t* from = &_sidata;
+    for (uint32_t* to = &_sdata; to < &_edata;)
         *to++ = *from++;
-    for (uint32_t *to = &_sbss; to < &_ebss;)
+    for (uint32_t* to = &_sbss; to < &_ebss;)
         *to++ = 0;
     initialise_monitor_handles();
     const int status = main();
@@ -34,6 +34,18 @@ static void fault_handler(void)
 /* The 15 entries after the initial stack pointer, which the linker script writes before
    them: reset, NMI, HardFault, MemManage, BusFault, UsageFault, four reserved, SVCall,
    DebugMonitor, reserved, PendSV and SysTick. */
-__attribute__((section(".vectors"), used)) void (*const vectors[15])(void) = {
-    reset_handler, fault_handler, fault_handler, fault_handler, fault_handler, fault_handler, 0, 0, 0, 0,
-    fault_handler, fault_handler, 0, fault_handler, fault_handler};
+__attribute__((section(".vectors"), used)) void (*const vectors[15])(void) = {reset_handler,
+                                                                              fault_handler,
+                                                                              fault_handler,
+                                                                              fault_handler,
+                                                                              fault_handler,
+                                                                              fault_handler,
+                                                                              0,
+                                                                              0,
+                                                                              0,
+                                                                              0,
+                                                                              fault_handler,
+                                                                              fault_handler,
+                                                                              0,
+                                                                              fault_handler,
+                                                                              fault_handler};
