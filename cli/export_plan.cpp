@@ -30,14 +30,6 @@ bool SameFile(const std::string& a, const std::string& b)
     return std::filesystem::weakly_canonical(a, ignored) == std::filesystem::weakly_canonical(b, ignored);
 }
 
-// A packed font's OUTPUT may end in ".c" as well as in ".cpp" (any case); SplitOutputPath
-// takes off the latter.
-std::string WithoutSourceExtension(const std::string& path, FontFormat format)
-{
-    const bool endsInC = path.size() > 2 && path[path.size() - 2] == '.' && (path.back() == 'c' || path.back() == 'C');
-    return format == FontFormat::Packed && endsInC ? path.substr(0, path.size() - 2) : path;
-}
-
 // Which options gave the empty list, as the user typed them.
 std::string NoCharactersLine(const ExportRequest& request)
 {
@@ -98,7 +90,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
 
 std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
-    OutputLocation output = SplitOutputPath(WithoutSourceExtension(request.outputPath, request.format));
+    OutputLocation output = SplitOutputPath(WithoutSourceEnding(request.outputPath, request.format));
     SanitizeBaseName(output.baseName);
     if (output.baseName == kConsumerHeaderName) {
         report.context.push_back(

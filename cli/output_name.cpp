@@ -32,6 +32,14 @@ std::vector<std::string> SourceFileEndings(FontFormat format)
     return {".cpp"};
 }
 
+std::string WithoutSourceEnding(const std::string& path, FontFormat format)
+{
+    for (const std::string& ending : SourceFileEndings(format))
+        if (EndsWithAnyCase(path, ending))
+            return path.substr(0, path.size() - ending.size());
+    return path;
+}
+
 // Empty, ending in "/" or an existing directory (through links).
 static bool NamesDirectory(const std::string& path)
 {

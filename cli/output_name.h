@@ -12,6 +12,10 @@
 // source is written under first: ".cpp", or ".c" and ".cpp" for a packed font.
 std::vector<std::string> SourceFileEndings(FontFormat format);
 
+// OUTPUT less the ending of `format` it has, any letter case: "out/Font.c" gives "out/Font"
+// for a packed font.
+std::string WithoutSourceEnding(const std::string& path, FontFormat format);
+
 // Why OUTPUT cannot name the source file to write in `format` (an existing directory, no
 // name before the ending, another ending); nothing when it can.
 std::optional<std::string> WhyNotASourceFile(const std::string& path, FontFormat format);

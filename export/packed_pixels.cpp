@@ -49,12 +49,15 @@ StoredPixels StorePixels(const PackGlyph& glyph, const PackOptions& options)
     StoredPixels stored;
     stored.left = glyph.left;
     stored.top = glyph.top;
+    std::vector<uint8_t> levels;
+    for (uint8_t value : glyph.coverage)
+        levels.push_back(static_cast<uint8_t>(QuantizeCoverage(value, options.bpp)));
     // The box of the values that are not 0 once quantized.
     unsigned firstRow = glyph.rows, lastRow = 0, firstColumn = glyph.width, lastColumn = 0;
     bool inked = false;
     for (unsigned row = 0; row < glyph.rows; ++row) {
         for (unsigned column = 0; column < glyph.width; ++column) {
-            if (QuantizeCoverage(glyph.coverage[row * glyph.width + column], options.bpp) == 0)
+            if (levels[row * glyph.width + column] == 0)
                 continue;
             inked = true;
             firstRow = std::min(firstRow, row);
@@ -73,8 +76,7 @@ StoredPixels StorePixels(const PackGlyph& glyph, const PackOptions& options)
     box.reserve(size_t{stored.width} * stored.rows);
     for (unsigned row = firstRow; row <= lastRow; ++row)
         for (unsigned column = firstColumn; column <= lastColumn; ++column)
-            box.push_back(
-                static_cast<uint8_t>(QuantizeCoverage(glyph.coverage[row * glyph.width + column], options.bpp)));
+            box.push_back(levels[row * glyph.width + column]);
 
     static constexpr unsigned kCodings[] = {0, packed::kRuns, packed::kRuns | packed::kColumns,
                                             packed::kRuns | packed::kChanges,

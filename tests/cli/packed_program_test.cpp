@@ -2,6 +2,7 @@
 // firmware is built, its proof and its --stats.
 
 #include "cli/program_run.h"
+#include "export/packed_font.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +66,13 @@ TEST(PackedProgram, PairCompilesAsCAndCppAndForCortexM)
         {"--bpp", "8", "--compress", "none", "--codepage", "CP1251", "--chars", "32-126,0xC0-0xFF", kNotoSans},
         {"--mono", "--chars", "65-90", kLegacyKernTestFont},
     };
+    // --stats counts the font record as the runtime's vt_font_t takes it on a 32-bit target.
+    const std::string recordSize =
+        std::string(VELTRANE_ARM_C_COMPILER) + " -std=c99 -mcpu=cortex-m0plus -mthumb -I" +
+        VELTRANE_SOURCE_DIR "/runtime -fsyntax-only -x c - <<'EOF'\n" +
+        "#include <veltrane_font.h>\n_Static_assert(sizeof(vt_font_t) == " + std::to_string(kPackedFontRecordBytes) +
+        ", \"\");\nEOF";
+    EXPECT_EQ(RunProgram({"/bin/sh", "-c", recordSize}).status, 0) << recordSize;
     for (const std::vector<std::string>& options : exports) {
         TempDir dir;
         std::vector<std::string> args = {"--format", "packed"};
