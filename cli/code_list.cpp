@@ -3,7 +3,7 @@
 #include "charset/char_range_parser.h"
 #include "charset/common_codepages.h"
 #include "charset/unicode_text.h"
-#include "export/exportable_codes.h"
+#include "export/ds/exportable_codes.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "export/export_listener.h"
-#include "export/pixel_arrays.h"
+#include "export/ds/pixel_arrays.h"
 
 #include <array>
 #include <cstdint>

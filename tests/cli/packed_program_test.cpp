@@ -2,7 +2,7 @@
 // firmware is built, its proof and its --stats.
 
 #include "cli/program_run.h"
-#include "export/packed_font.h"
+#include "export/packed/packed_font.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Every glyph a packed font stores, drawn by the runtime in the four rotations, against
 // the ds export of the same font: its turned pixel arrays quantized, each placed by its
 // corner; kerned texts against the ds kerning tables.
-#include "export/kerning_source.h"
-#include "export/packed_render.h"
-#include "export/pixel_arrays.h"
+#include "export/kerning/kerning_source.h"
+#include "export/packed/packed_render.h"
+#include "export/ds/pixel_arrays.h"
 #include "runtime/runtime_font.h"
 #include "test_support.h"
 
@@ -130,7 +130,7 @@ TEST_P(PackedDrawing, KernedTextsAdvanceAsTheDsTablesSay)
         for (const auto& [right, r] : ds) {
             int kerning = 0;
             for (const KerningPair& pair : r.kerning)
-                if (static_cast<uint8_t>(pair.prev) == left)
+                if (pair.prev == left)
                     kerning = pair.delta;
             const char text[] = {static_cast<char>(left), '\1', static_cast<char>(right), 0};
             ASSERT_EQ(vt_text_width(&runtime, text), l.glyph.advanceX + kerning + r.glyph.advanceX)

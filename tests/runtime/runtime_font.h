@@ -1,7 +1,7 @@
 #pragma once
 // A packed font as the runtime takes it, straight from the packer: no source to compile.
 
-#include "export/packed_font.h"
+#include "export/packed/packed_font.h"
 
 #include <veltrane_font.h>
 
