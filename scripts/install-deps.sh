@@ -7,7 +7,7 @@ build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libharfbuz
             fonts-dejavu-core help2man)
 test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb fonts-noto-core fonts-roboto-unhinted
            desktop-file-utils valgrind xfonts-base fonts-font-awesome gcc-arm-none-eabi libnewlib-arm-none-eabi
-           qemu-system-arm)
+           qemu-system-arm fonts-noto-cjk)
 clang_pkgs=(clang)
 fuzz_pkgs=(clang libclang-rt-14-dev)
 bench_pkgs=(libbenchmark-dev)

@@ -4,7 +4,7 @@
 #include "export/kerning/harfbuzz_face.h"
 #include "export/kerning/kerning_source.h"
 
-#include <array>
+#include <unordered_map>
 #include <vector>
 
 // Kerning from the font's OpenType 'kern' feature, as HarfBuzz shapes each pair alone:
@@ -26,6 +26,6 @@ public:
 
 private:
     CharCodeList codes;
-    std::array<int, 256> indexOf{};
+    std::unordered_map<uint32_t, int> indexOf;
     std::vector<int8_t> values; // [first * size + second]
 };
