@@ -10,7 +10,7 @@ test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-
            qemu-system-arm fonts-noto-cjk)
 clang_pkgs=(clang)
 fuzz_pkgs=(clang libclang-rt-14-dev)
-bench_pkgs=(libbenchmark-dev)
+bench_pkgs=(libbenchmark-dev python3-fonttools)
 font_pkgs=(python3-fonttools)
 package_pkgs=(dpkg-dev file)
 format_pkgs=(clang-format)
