@@ -122,7 +122,10 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
     if (!data)
         return 0;
     if (font->kerning_form == VT_KERNING_PAIRS) {
-        stored = find_entry(data, 0, font->kerning_entries[0], 2 * glyph_bits + delta_bits, glyph_bits, 2, right, left);
+        /* Both glyphs as one key where a take holds them, else one after the other. */
+        const unsigned one_key = 2 * glyph_bits <= 24;
+        stored = find_entry(data, 0, font->kerning_entries[0], 2 * glyph_bits + delta_bits, glyph_bits << one_key,
+                            2 - one_key, one_key ? right << glyph_bits | left : right, left);
     } else {
         /* The right glyph first: most characters have no pair to the left of them. */
         const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],

@@ -1,5 +1,6 @@
 // The runtime's reading of UTF-8 texts, byte by byte against Unicode's table of well-formed
 // sequences, and its lookup of glyphs at the edges of the blocks the packer makes.
+#include "charset/unicode_text.h"
 #include "export/packed/packed_font.h"
 #include "runtime/runtime_font.h"
 
@@ -145,6 +146,27 @@ TEST(GlyphLookup, FindsEveryCodeAndNoOtherAtTheEdgesOfItsBlocks)
             ASSERT_EQ(vt_draw_char(&font, code, 0, 0, 0, nullptr, nullptr), expected)
                 << "code " << code << " of a set of " << codes.size() << " from " << *codes.begin();
         }
+    }
+}
+
+// Pairs between glyphs of a font of more than 4,096 glyphs, whose two indexes no longer make
+// one key of 24 bits, and of a small one, whose do.
+TEST(GlyphLookup, KerningPairsJoinAnyTwoGlyphs)
+{
+    for (uint32_t count : {300u, 5000u}) {
+        std::vector<PackGlyph> glyphs;
+        for (uint32_t i = 0; i < count; ++i)
+            glyphs.push_back(Dot(0x4E00 + i, 10));
+        const uint32_t first = 0x4E00, middle = 0x4E00 + count / 2, last = 0x4E00 + count - 1;
+        const std::vector<PackKerning> pairs = {{first, last, -2}, {last, first, 3}, {middle, middle, 5}, {last, last, -7}};
+        const PackedFont packed = PackFont(glyphs, pairs, {16, 12, -4}, {});
+        ASSERT_EQ(packed.kerningForm, packed::KerningForm::Pairs);
+        const vt_font_t font = RuntimeFont(packed);
+        for (const PackKerning& pair : pairs)
+            EXPECT_EQ(vt_text_width(&font, (EncodeUtf8(pair.left) + EncodeUtf8(pair.right)).c_str()), 20 + pair.delta)
+                << count << " glyphs, " << pair.left << " then " << pair.right;
+        EXPECT_EQ(vt_text_width(&font, (EncodeUtf8(first) + EncodeUtf8(first)).c_str()), 20);
+        EXPECT_EQ(vt_text_width(&font, (EncodeUtf8(middle) + EncodeUtf8(last)).c_str()), 20);
     }
 }
 
