@@ -158,7 +158,10 @@ TEST(GlyphLookup, KerningPairsJoinAnyTwoGlyphs)
         for (uint32_t i = 0; i < count; ++i)
             glyphs.push_back(Dot(0x4E00 + i, 10));
         const uint32_t first = 0x4E00, middle = 0x4E00 + count / 2, last = 0x4E00 + count - 1;
-        const std::vector<PackKerning> pairs = {{first, last, -2}, {last, first, 3}, {middle, middle, 5}, {last, last, -7}};
+        std::vector<PackKerning> pairs = {{first, last, -2}, {last, first, 3}, {middle, middle, 1}, {last, last, -3}};
+        // Entries of an odd number of bits start at every bit of a byte.
+        for (uint32_t i = 1; i < 24; ++i)
+            pairs.push_back({first + i, last - i, static_cast<int8_t>(i % 7 - 3)});
         const PackedFont packed = PackFont(glyphs, pairs, {16, 12, -4}, {});
         ASSERT_EQ(packed.kerningForm, packed::KerningForm::Pairs);
         const vt_font_t font = RuntimeFont(packed);
