@@ -47,7 +47,7 @@ private:
     void OnCharsEnter(wxCommandEvent& event);
     void ParseCharCodes(const std::string& text);
 
-    // Export command (export/export_command.cpp)
+    // Export command (export/desktop/export_command.cpp)
     void OnExport(wxCommandEvent& event);
 
     // Glyph preview (raster/preview_paint.cpp)

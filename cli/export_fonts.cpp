@@ -85,7 +85,7 @@ void OpenFonts(const ExportRequest& request, const ExportPlan& plan, ExportFonts
     for (size_t i = 0; i < plan.fontPaths.size(); ++i) {
         const std::string& path = plan.fontPaths[i];
         fonts.push_back(std::make_unique<FTFont>());
-        LoadFont(*fonts.back(), path, i == 0 ? request.faceIndex : 0, report);
+        LoadFont(*fonts.back(), path, plan.fontFaces[i], report);
         SetSize(*fonts.back(), path, plan.fontHeights[i], i == 0, report);
     }
 }

@@ -6,8 +6,8 @@
 #include "cli/glyph_sets.h"
 #include "cli/output_name.h"
 #include "cli/unread_pieces.h"
-#include "export/base_name.h"
-#include "export/export_settings.h"
+#include "export/files/base_name.h"
+#include "export/desktop/export_settings.h"
 #include "proof/proof_file.h"
 
 #include <filesystem>
@@ -62,7 +62,8 @@ std::optional<std::string> PlanCharacters(const ExportRequest& request, ExportPl
     if (listMessage)
         return listMessage;
     plan.characters = ListExportCharacters(codes, plan.options.codepage);
-    const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
+    const Codepage latin1 = Codepage::Latin1();
+    const Codepage* codepage = request.UnicodeCodes() ? nullptr : request.codepage ? &*request.codepage : &latin1;
     if (auto message = AddGlyphSets(request.glyphSets, codepage, plan.characters, report.context))
         return message;
     if (plan.characters.empty()) {
@@ -82,6 +83,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
         options.rotations = *request.rotations;
     options.format = request.format;
     options.packed = request.pack;
+    options.packed.keys = request.UnicodeCodes() ? packed::Keys::Unicode : packed::Keys::Bytes;
     // Beyond the desktop's output, tables compile whatever the signedness of char.
     if (request.GoesBeyondDesktop())
         options.prevCharStyle = PrevCharStyle::CharLiteral;
@@ -126,6 +128,7 @@ std::optional<std::string> AddExtraFont(const ExtraFont& font, const std::string
     }
     plan.fontPaths.push_back(font.path);
     plan.fontHeights.push_back(height);
+    plan.fontFaces.push_back(font.face);
     return std::nullopt;
 }
 
@@ -133,6 +136,7 @@ std::optional<std::string> PlanFonts(const ExportRequest& request, ExportPlan& p
 {
     plan.fontPaths = {request.fontPath};
     plan.fontHeights = {plan.height};
+    plan.fontFaces = {request.faceIndex};
     for (const GlyphSetArgument& set : request.glyphSets) {
         if (auto message = AddExtraFont(set.font, "--glyphs", plan, report))
             return message;

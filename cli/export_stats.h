@@ -1,7 +1,7 @@
 #pragma once
 
 #include "export/export_listener.h"
-#include "export/rotations.h"
+#include "export/ds/rotations.h"
 
 #include <sys/types.h>
 

@@ -1,6 +1,6 @@
 #include "cli/gpos_kerning_hint.h"
 
-#include "export/kerning_source.h"
+#include "export/kerning/kerning_source.h"
 
 std::optional<std::string> GposOnlyKerningWarning(FTFont& font, const ExportCharacters& characters,
                                                   const ExportOptions& options)

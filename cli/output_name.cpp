@@ -1,7 +1,7 @@
 #include "cli/output_name.h"
 
 #include "cli/export_report.h"
-#include "export/export_settings.h"
+#include "export/desktop/export_settings.h"
 
 #include <filesystem>
 

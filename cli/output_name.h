@@ -6,7 +6,7 @@
 #include <string>
 
 // What OUTPUT may be: the source file of the pair, named as the firmware will compile it.
-// The pair's name is SplitOutputPath's (export/export_settings.h), the desktop program's.
+// The pair's name is SplitOutputPath's (export/desktop/export_settings.h), the desktop program's.
 
 // Why OUTPUT cannot name the source file to write in `format` (an existing directory, no
 // name before the ending, another ending); nothing when it can.

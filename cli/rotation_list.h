@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/rotations.h"
+#include "export/ds/rotations.h"
 
 #include <optional>
 #include <string>

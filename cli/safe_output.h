@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/output_file.h"
+#include "export/files/output_file.h"
 
 #include <sys/types.h>
 

@@ -1,9 +1,9 @@
 #include "export/export_font.h"
 
-#include "export/base_name.h"
-#include "export/export_files.h"
-#include "export/exportable_codes.h"
-#include "export/in_place_file.h"
+#include "export/files/base_name.h"
+#include "export/files/export_files.h"
+#include "charset/exportable_codes.h"
+#include "export/files/in_place_file.h"
 
 bool ExportFont(FTFont* font, std::string& baseName, const std::string& directory, unsigned int height,
                 CharCodeList* codes, const ExportOptions& options, const ExportListeners& listeners)

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "charset/export_characters.h"
-#include "export/font_records.h"
-#include "export/kerning_pair.h"
-#include "export/packed_font.h"
+#include "export/ds/font_records.h"
+#include "export/kerning/kerning_pair.h"
+#include "export/packed/packed_font.h"
 #include "raster/ft_font.h"
 
 #include <cstdint>

@@ -21,7 +21,7 @@ int KerningAfter(const WrittenGlyph& glyph, uint32_t previous)
     for (const KerningPair& pair : glyph.kerning) {
         if (pair.prev == 0)
             break;
-        if (pair.prev == static_cast<char>(previous))
+        if (pair.prev == previous)
             return pair.delta;
     }
     return 0;

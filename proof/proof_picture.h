@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/rotations.h"
+#include "export/ds/rotations.h"
 #include "proof/grey_image.h"
 #include "proof/proof_text.h"
 #include "proof/written_font.h"

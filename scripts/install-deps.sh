@@ -7,10 +7,10 @@ build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libharfbuz
             fonts-dejavu-core help2man)
 test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb fonts-noto-core fonts-roboto-unhinted
            desktop-file-utils valgrind xfonts-base fonts-font-awesome fonts-firacode gcc-arm-none-eabi
-           libnewlib-arm-none-eabi qemu-system-arm)
+           libnewlib-arm-none-eabi qemu-system-arm fonts-noto-cjk)
 clang_pkgs=(clang)
 fuzz_pkgs=(clang libclang-rt-14-dev)
-bench_pkgs=(libbenchmark-dev)
+bench_pkgs=(libbenchmark-dev python3-fonttools)
 font_pkgs=(python3-fonttools)
 package_pkgs=(dpkg-dev file)
 format_pkgs=(clang-format)

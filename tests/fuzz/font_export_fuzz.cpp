@@ -5,7 +5,7 @@
 // outcome; besides the sanitizers' checks it fails when a successful export lacks a
 // complete file, a failed one leaves a header, or the runtime plots a pixel of coverage 0.
 #include "export/export_font.h"
-#include "export/packed_render.h"
+#include "export/packed/packed_render.h"
 #include "raster/ft_exception.h"
 #include "raster/strike_height.h"
 #include "runtime/runtime_font.h"

@@ -1,8 +1,8 @@
 // Each rotated panel of a proof is drawn from its own rotation's pixel arrays and turned
 // positions; it must equal panel 0 turned by the same angle, pixel for pixel.
 
-#include "export/font_source.h"
-#include "export/in_place_file.h"
+#include "export/ds/font_source.h"
+#include "export/files/in_place_file.h"
 #include "proof/proof_picture.h"
 #include "test_support.h"
 
