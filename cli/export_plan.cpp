@@ -92,7 +92,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
 
 std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
-    OutputLocation output = SplitOutputPath(WithoutSourceEnding(request.outputPath, request.format));
+    OutputLocation output = SplitOutputPath(request.outputPath, request.format);
     SanitizeBaseName(output.baseName);
     if (output.baseName == kConsumerHeaderName) {
         report.context.push_back(

@@ -73,7 +73,7 @@ void GuiMain::OnExport(wxCommandEvent&)
         ShowError(this, kWriteFailedMessage);
         return;
     }
-    OutputLocation location = SplitOutputPath(narrowPath);
+    OutputLocation location = SplitOutputPath(narrowPath, FontFormat::Ds);
 
     bool written = false;
     std::optional<wxString> failure;

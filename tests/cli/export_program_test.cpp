@@ -3,6 +3,7 @@
 
 #include "charset/number_text.h"
 #include "cli/program_run.h"
+#include "output_name_cases.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -342,6 +343,25 @@ TEST(ExportProgram, OutputNamesAndEarlierFiles)
         {{}, {"none.ttf", "ds-font.cpp"}, 1, "The name ds_font would replace the firmware's ds_font.h !\n" + kNote +
          "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp\n"},
     });
+}
+
+// The command line names the pair as the desktop's save dialog does (see kOutputNameCases),
+// in either format, and refuses a name the format's source cannot have.
+TEST(ExportProgram, OutputNamesAsTheDesktop)
+{
+    std::vector<struct Run> runs;
+    for (const OutputNameCase& row : kOutputNameCases) {
+        if (row.directory != "./")
+            continue;
+        std::vector<std::string> args = {"--chars", "65", kTestFont, row.path};
+        if (row.format == FontFormat::Packed)
+            args.insert(args.begin(), {"--format", "packed"});
+        if (row.commandLineTakes)
+            runs.push_back({{}, args, 0, "", "", {row.sanitized + SourceExtension(row.format), row.sanitized + ".h"}});
+        else
+            runs.push_back({{}, args, 2, "OUTPUT: "});
+    }
+    ExpectRuns(runs);
 }
 
 // Why a font fails: the file itself, its face, its sizes, the --chars pieces, its glyphs; a text the
