@@ -80,7 +80,7 @@ std::optional<std::string> BitmapFontWarning(const ExportRequest& request, const
 
 } // namespace
 
-void OpenFonts(const ExportRequest& request, const ExportPlan& plan, ExportFonts& fonts, ExportReport& report)
+void OpenFonts(const ExportPlan& plan, ExportFonts& fonts, ExportReport& report)
 {
     for (size_t i = 0; i < plan.fontPaths.size(); ++i) {
         const std::string& path = plan.fontPaths[i];
