@@ -1,5 +1,7 @@
 // The page: fields, preview, live check, export and download links. The exporter runs in
-// worker.js; everything here only gathers fields and shows what comes back.
+// workers (worker.js), one for each kind of work, so that none waits for another: the
+// preview, the live check (ended when the fields change under it) and the exports.
+// Everything here only gathers fields and shows what comes back.
 'use strict';
 
 const $ = (id) => document.getElementById(id);
@@ -7,7 +9,10 @@ const PREVIEW_WIDTH = 800;
 const PREVIEW_HEIGHT = 300;
 const DEFAULT_FONT = 'DejaVuSans.ttf';
 
-const engine = new Engine((text) => showMessage(text, true));
+const onFailure = (text) => showMessage(text, true);
+const previewer = new Engine(onFailure);
+const checker = new Engine(onFailure);
+const exporter = new Engine(onFailure);
 const fonts = { main: DEFAULT_FONT, glyphs: '', fallbacks: [] };
 let downloadUrls = [];
 let packedFormatReady = false;
@@ -35,6 +40,12 @@ function fieldValues() {
   };
 }
 
+// The files an export of `fields` reads.
+function inputsOf(fields) {
+  const names = [fields.font, fields.glyphsFont, ...fields.fallbacks];
+  return [...new Set(names.filter(Boolean))];
+}
+
 function showMessage(text, failed) {
   const message = $('message');
   message.textContent = text;
@@ -57,7 +68,7 @@ function showCommand() {
 // --- Preview -------------------------------------------------------------------------
 
 const drawPreview = latestOnly(async () => {
-  const picture = await engine.ask('preview', {
+  const picture = await previewer.ask('preview', {
     font: fonts.main,
     face: Number.parseInt($('face').value, 10) || 0,
     chars: $('chars').value,
@@ -84,14 +95,28 @@ function showProof(png) {
   else proof.removeAttribute('src');
 }
 
-const checkExport = latestOnly(async () => {
+// The check is a whole export, which for tens of thousands of glyphs takes long: one
+// still under way when the fields change has nothing left to tell, and is ended at once
+// rather than waited for. The table shows as busy until the latest check's answer.
+async function checkExport() {
   const fields = fieldValues();
   const args = ['--stats', ...VeltraneCommand.commandArguments(fields)];
-  const result = await engine.ask('run', { args });
+  if (checker.busy) checker.restart();
+  const stats = $('stats');
+  stats.setAttribute('aria-busy', 'true');
+  let result;
+  try {
+    result = await checker.ask('run', { args, inputs: inputsOf(fields) });
+  } catch (e) {
+    if (e instanceof Superseded) return;
+    stats.removeAttribute('aria-busy');
+    throw e;
+  }
+  stats.removeAttribute('aria-busy');
   const failed = result.status !== 0;
-  $('stats').textContent = failed ? readable(result.stderr) : result.stdout.trimEnd();
+  stats.textContent = failed ? readable(result.stderr) : result.stdout.trimEnd();
   showProof(failed ? null : result.files[VeltraneCommand.proofFileName(fields)]);
-});
+}
 
 // --- Export ----------------------------------------------------------------------------
 
@@ -125,7 +150,8 @@ async function exportFont() {
   $('busy').hidden = false;
   $('export').disabled = true;
   try {
-    const result = await engine.ask('run', { args: VeltraneCommand.commandArguments(fields) });
+    const args = VeltraneCommand.commandArguments(fields);
+    const result = await exporter.ask('run', { args, inputs: inputsOf(fields) });
     showMessage(readable(result.stderr), result.status !== 0);
     if (result.status !== 0) return;
     const names = Object.keys(result.files);
@@ -145,10 +171,16 @@ async function exportFont() {
 
 // --- Fonts -----------------------------------------------------------------------------
 
+// Hands the file to every worker under its name, as the visitor's computer holds it now:
+// read once here, kept by the browser, and read by a worker when it needs it.
+function sendBytes(name, bytes) {
+  const blob = new Blob([bytes]);
+  for (const engine of [previewer, checker, exporter]) engine.putFile(name, blob);
+  return name;
+}
+
 async function sendFont(file) {
-  const bytes = await file.arrayBuffer();
-  await engine.ask('font', { name: file.name, bytes }, [bytes]);
-  return file.name;
+  return sendBytes(file.name, await file.arrayBuffer());
 }
 
 async function loadMainFont(file) {
@@ -186,7 +218,7 @@ function refresh() {
 
 // The packed format's fields only mean something to an exporter that has --format.
 async function detectPackedFormat() {
-  const help = await engine.ask('run', { args: ['--help'] });
+  const help = await exporter.ask('run', { args: ['--help'] });
   packedFormatReady = /--format\b/.test(help.stdout);
   $('packed-note').textContent = packedFormatReady ? '' : 'Packed fonts come with a later version of the exporter.';
   updatePackedFields();
@@ -201,8 +233,7 @@ function updatePackedFields() {
 async function start() {
   const response = await fetch(DEFAULT_FONT);
   if (!response.ok) throw new Error(`${DEFAULT_FONT} could not be loaded`);
-  const bytes = await response.arrayBuffer();
-  await engine.ask('font', { name: DEFAULT_FONT, bytes }, [bytes]);
+  sendBytes(DEFAULT_FONT, await response.arrayBuffer());
 
   for (const element of $('fields').querySelectorAll('input:not([type=file]), select')) {
     element.addEventListener('input', refresh);

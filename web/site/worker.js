@@ -1,19 +1,50 @@
 // The page's engine room: runs the exporter (compiled to WebAssembly) off the page's
-// thread, so that a large font never freezes the page.
+// thread, so that a large font never freezes the page. The page starts several of these,
+// one for each kind of work, and ends one whose work it no longer wants.
 //
-// Each export runs main() in a fresh instance of the compiled module, with the fonts in
-// its in-memory file system under their own file names and the exporter's argv, exactly
-// as on the command line; its files and standard error come back as written. The
-// preview keeps one instance with the chosen font open between pictures.
+// Each export runs main() in a fresh instance of the compiled module, with the files it
+// names (fonts, strings files) in its in-memory file system under their own names and
+// the exporter's argv, exactly as on the command line; its files and standard error come
+// back as written. The preview keeps one instance with the chosen font open between
+// pictures.
 'use strict';
 
 importScripts('engine.js');
 
-const compiledModule = WebAssembly.compileStreaming(fetch('veltrane-fontgen-export.wasm'));
+// The compiled module comes from the page, which compiles it once for all its workers.
+let takeModule;
+const compiledModule = new Promise((resolve) => (takeModule = resolve));
 const workDir = '/work';
-const fonts = new Map(); // file name -> bytes
-let previewEngine = null;
-let previewFont = null; // [name, face] open in the preview
+
+// The page's files by name: each a Blob, read here only when a request names it; the
+// bytes read are kept for the requests that follow and let go of once a request no longer
+// names the file, so that a visitor trying one large font after another holds one.
+const files = new Map(); // name -> { blob, bytes: Promise<Uint8Array> | null }
+
+function bytesOf(name) {
+  const file = files.get(name);
+  if (!file) return Promise.reject(new Error(`${name} was never given`));
+  if (!file.bytes) {
+    file.bytes = file.blob.arrayBuffer().then((buffer) => new Uint8Array(buffer));
+    file.bytes.catch(() => (file.bytes = null));
+  }
+  return file.bytes;
+}
+
+// The bytes of the files `names`, as [name, bytes]; the bytes of the others let go of.
+async function readInputs(names) {
+  for (const [name, file] of files) if (!names.includes(name)) file.bytes = null;
+  return Promise.all(names.map(async (name) => [name, await bytesOf(name)]));
+}
+
+// Puts the files into an instance's file system without a copy: every instance reads the
+// same bytes, and the exporter only reads its inputs (it writes its own files under other
+// names and renames them into place).
+function putInputs(engine, inputs) {
+  engine.FS.mkdirTree(workDir);
+  engine.FS.chdir(workDir);
+  for (const [name, bytes] of inputs) engine.FS.writeFile(name, bytes, { canOwn: true });
+}
 
 // A new instance of the engine; its output lines go to `out` and `err`.
 async function newEngine(out, err) {
@@ -27,12 +58,6 @@ async function newEngine(out, err) {
       return {};
     },
   });
-}
-
-function putFonts(engine) {
-  engine.FS.mkdirTree(workDir);
-  engine.FS.chdir(workDir);
-  for (const [name, bytes] of fonts) engine.FS.writeFile(name, bytes);
 }
 
 // The instance the next export runs in, made ahead while the page waits for the visitor.
@@ -55,11 +80,12 @@ function takeEngine() {
   return taken;
 }
 
-// Runs the exporter with `args`; returns its exit status, standard output and error, and
-// the files it wrote beside the fonts, by name.
-async function runExport(args) {
+// Runs the exporter with `args` over the files `inputs` names; returns its exit status,
+// standard output and error, and the files it wrote beside them, by name.
+async function runExport({ args, inputs = [] }) {
+  const given = await readInputs(inputs);
   const { engine, out, err } = await takeEngine();
-  putFonts(engine);
+  putInputs(engine, given);
   let status = null;
   try {
     status = engine.callMain(args);
@@ -70,17 +96,20 @@ async function runExport(args) {
   // The exporter gives its files modes as on Linux, which the in-memory file system would
   // otherwise hold against this reader.
   engine.FS.ignorePermissions = true;
-  const files = {};
+  const written = {};
   for (const name of engine.FS.readdir(workDir)) {
     const path = `${workDir}/${name}`;
-    if (!fonts.has(name) && engine.FS.isFile(engine.FS.stat(path).mode)) files[name] = engine.FS.readFile(path);
+    if (!inputs.includes(name) && engine.FS.isFile(engine.FS.stat(path).mode)) written[name] = engine.FS.readFile(path);
   }
-  return { status, stdout: joinLines(out), stderr: joinLines(err), files };
+  return { status, stdout: joinLines(out), stderr: joinLines(err), files: written };
 }
 
 function joinLines(lines) {
   return lines.length ? lines.join('\n') + '\n' : '';
 }
+
+let previewEngine = null;
+let previewFont = null; // [name, face] open in the preview
 
 async function preview(request) {
   try {
@@ -94,40 +123,46 @@ async function preview(request) {
 }
 
 async function composePreview({ font, face, chars, width, height }) {
-  if (!previewEngine) {
-    previewEngine = await newEngine([], []);
-    previewEngine.FS.mkdirTree(workDir);
-    previewEngine.FS.chdir(workDir);
+  if (!previewFont || previewFont[0] !== font || previewFont[1] !== face) {
+    const [[, bytes]] = await readInputs([font]);
+    // A new font gets a new instance, whose memory holds that font alone: the old one's,
+    // grown for a large font, goes with it. Another face of the same file keeps it.
+    if (!previewEngine || !previewFont || previewFont[0] !== font) previewEngine = await newEngine([], []);
+    const engine = previewEngine;
+    putInputs(engine, [[font, bytes]]);
+    const opened = engine.ccall('page_preview_open', 'number', ['string', 'number'], [font, face]);
+    // FreeType holds its own copy of the font while the face is open; neither the file
+    // nor the bytes read are needed again until another face is opened.
+    engine.FS.unlink(font);
+    files.get(font).bytes = null;
+    previewFont = opened ? [font, face] : [font, null];
   }
   const engine = previewEngine;
-  if (!previewFont || previewFont[0] !== font || previewFont[1] !== face) {
-    // Only the font shown is kept: a visitor may try one large font after another.
-    for (const name of engine.FS.readdir(workDir)) {
-      if (engine.FS.isFile(engine.FS.stat(name).mode)) engine.FS.unlink(name);
-    }
-    if (fonts.has(font)) engine.FS.writeFile(font, fonts.get(font));
-    const opened = engine.ccall('page_preview_open', 'number', ['string', 'number'], [font, face]);
-    previewFont = opened ? [font, face] : null;
-  }
   const pixels = engine.ccall('page_preview_compose', 'number', ['string', 'number', 'number'], [chars, width, height]);
   if (!pixels) return { width, height, rgb: null };
   return { width, height, rgb: engine.HEAPU8.slice(pixels, pixels + width * height * 3) };
 }
 
 const handlers = {
-  // A font under its file name, for every later export and preview; replaces one of the
-  // same name.
-  font({ name, bytes }) {
-    fonts.set(name, new Uint8Array(bytes));
-    if (previewFont && previewFont[0] === name) previewFont = null;
-    return {};
+  module({ module }) {
+    takeModule(module);
   },
-  run: ({ args }) => runExport(args),
+  // A file under its name, for every later request; replaces one of the same name.
+  file({ name, blob }) {
+    files.set(name, { blob, bytes: null });
+    if (previewFont && previewFont[0] === name) previewFont = null;
+  },
+  run: runExport,
   preview,
 };
 
+// Files and the module come without an id and get no answer; requests get theirs by id.
 self.onmessage = async (event) => {
   const { id, type } = event.data;
+  if (id === undefined) {
+    handlers[type](event.data);
+    return;
+  }
   try {
     const result = await handlers[type](event.data);
     const transfer = Object.values(result.files || {}).map((bytes) => bytes.buffer);
