@@ -24,19 +24,22 @@ function baseNameOfFont(fileName) {
   return (stem || 'font').replace(/[^A-Za-z0-9_]/g, '_');
 }
 
-// `fields`: the page's values as text (mono: a boolean), fonts by file name:
-// font, glyphsFont, glyphsList, fallbacks (array). Returns the arguments after the
-// program name, the font and the output last.
+// `fields`: the page's values as text (mono: a boolean), files by name: font,
+// glyphsFont, glyphsList, fallbacks and textFiles (arrays). Returns the arguments after
+// the program name, the font and the output last.
 function exportArguments(fields) {
   const args = [];
   const differs = (key) => fields[key] !== undefined && fields[key].trim() !== DEFAULTS[key];
   if (differs('height')) args.push('--height', fields.height);
-  // With a sample text, an absent --chars means the text alone: the field's list is sent
-  // whenever it shows one, and an empty field leaves the text alone.
+  // With a sample text or a strings file, an absent --chars means their characters alone:
+  // the field's list is sent whenever it shows one, and an empty field leaves the texts
+  // alone.
   const text = fields.text || '';
+  const textFiles = fields.textFiles || [];
   const chars = fields.chars.trim();
-  if (text ? chars : differs('chars')) args.push('--chars', fields.chars);
+  if (text || textFiles.length ? chars : differs('chars')) args.push('--chars', fields.chars);
   if (text) args.push('--text', text);
+  for (const file of textFiles) args.push('--text-file', file);
   if (fields.codepage && fields.codepage.trim()) args.push('--codepage', fields.codepage.trim());
   if (differs('kerning')) args.push('--kerning', fields.kerning);
   if (differs('face')) args.push('--face', fields.face);
@@ -69,10 +72,47 @@ function proofFileName(fields) {
   return `${outputName(fields).replace(/[^A-Za-z0-9_]/g, '_')}.png`;
 }
 
+// Without a sample text a proof pictures every exported character, 16 to a line: past this
+// many, a picture too large to show (GB2312's 3,850 characters at 16 px make one of 66
+// million pixels, 0x4E00-0x9FFF one past the exporter's limits), so that the page then
+// asks for none until a sample text is given. No codepage font has more.
+const MOST_PROOF_CHARACTERS = 256;
+
+// A number of the characters field, read as the exporter reads it (decimal, 0x hex, 0
+// octal); NaN for anything else.
+function codeNumber(text) {
+  const number = /^\+?(?:0x([0-9a-f]+)|(0[0-7]*)|([1-9][0-9]*))$/i.exec(text.trim());
+  if (!number) return NaN;
+  if (number[1] !== undefined) return parseInt(number[1], 16);
+  return number[2] !== undefined ? parseInt(number[2], 8) : Number(number[3]);
+}
+
+// How many codes the characters field names, duplicates included; pieces the exporter
+// cannot read (and refuses) name none.
+function namedCodeCount(chars) {
+  let count = 0;
+  for (const piece of chars.split(',')) {
+    const ends = piece.split('-').map(codeNumber);
+    const [first, last = first] = ends;
+    if (ends.length <= 2 && first <= last) count += last - first + 1;
+  }
+  return count;
+}
+
+// Whether the page's command asks for a proof: always of a sample text; of the exported
+// characters while they are few. `fields.textFileCharacters`: the distinct characters of
+// the strings files.
+function drawsProof(fields) {
+  if (fields.text) return true;
+  const characters = namedCodeCount(fields.chars) + (fields.textFileCharacters || 0);
+  return characters <= MOST_PROOF_CHARACTERS;
+}
+
 // The page's whole command line: the export, and the proof the page shows saved beside its
 // files (of the sample text, when there is one), before the font and the output.
 function commandArguments(fields) {
   const args = exportArguments(fields);
+  if (!drawsProof(fields)) return args;
   const proof = ['--proof', proofFileName(fields)];
   if (fields.text) proof.push('--proof-text', fields.text);
   args.splice(args.length - 2, 0, ...proof);
@@ -101,6 +141,7 @@ function cmakeCall(fields) {
   const parts = ['veltrane_add_bitmap_font(firmware', `FONT fonts/${fields.font}`];
   const name = outputName(fields).replace(/[^A-Za-z0-9_]/g, '_');
   parts.push(`NAME ${name}`);
+  // The strings files stay among the options, whose --chars depends on them.
   const options = exportArguments({ ...fields, glyphsFont: '', fallbacks: [] }).slice(0, -2);
   const take = (option) => {
     const at = options.indexOf(option);
@@ -124,6 +165,9 @@ function cmakeCall(fields) {
     parts.push(`GLYPHS ${cmakeQuote(`fonts/${fields.glyphsFont}:${fields.glyphsList.trim()}`)}`);
   }
   for (const fallback of fields.fallbacks || []) parts.push(`FALLBACK ${cmakeQuote(`fonts/${fallback}`)}`);
+  const textFiles = [];
+  for (let file = take('--text-file'); file !== null; file = take('--text-file')) textFiles.push(`strings/${file}`);
+  if (textFiles.length) parts.push(`TEXT_FILES ${textFiles.map(cmakeQuote).join(' ')}`);
   if (options.length) parts.push(`OPTIONS ${options.map(cmakeQuote).join(' ')}`);
   return parts.join(' ') + ')';
 }
@@ -133,6 +177,8 @@ self.VeltraneCommand = {
   baseNameOfFont,
   exportArguments,
   commandArguments,
+  drawsProof,
+  MOST_PROOF_CHARACTERS,
   proofFileName,
   shellCommand,
   cmakeCall,

@@ -13,7 +13,9 @@ const onFailure = (text) => showMessage(text, true);
 const previewer = new Engine(onFailure);
 const checker = new Engine(onFailure);
 const exporter = new Engine(onFailure);
-const fonts = { main: DEFAULT_FONT, glyphs: '', fallbacks: [] };
+// The visitor's files by name: fonts, and the strings files with how many distinct
+// characters they hold.
+const fonts = { main: DEFAULT_FONT, glyphs: '', fallbacks: [], textFiles: [], textFileCharacters: 0 };
 let downloadUrls = [];
 let packedFormatReady = false;
 
@@ -25,6 +27,8 @@ function fieldValues() {
     height: $('height').value,
     chars: $('chars').value,
     text: $('text').value,
+    textFiles: fonts.textFiles,
+    textFileCharacters: fonts.textFileCharacters,
     codepage: $('codepage').value,
     kerning: $('kerning').value,
     rotations: $('rotations').value,
@@ -42,7 +46,7 @@ function fieldValues() {
 
 // The files an export of `fields` reads.
 function inputsOf(fields) {
-  const names = [fields.font, fields.glyphsFont, ...fields.fallbacks];
+  const names = [fields.font, fields.glyphsFont, ...fields.fallbacks, ...fields.textFiles];
   return [...new Set(names.filter(Boolean))];
 }
 
@@ -63,6 +67,7 @@ function showCommand() {
   $('command').textContent = VeltraneCommand.shellCommand(VeltraneCommand.commandArguments(fields));
   $('cmake-call').textContent = VeltraneCommand.cmakeCall(fields);
   $('name').placeholder = VeltraneCommand.baseNameOfFont(fonts.main);
+  $('proof-note').hidden = VeltraneCommand.drawsProof(fields);
 }
 
 // --- Preview -------------------------------------------------------------------------
@@ -183,6 +188,21 @@ async function sendFont(file) {
   return sendBytes(file.name, await file.arrayBuffer());
 }
 
+// The distinct characters of the strings files, as the exporter adds them (less line
+// breaks, tabs and a byte order mark); what is not UTF-8 counts as one character each.
+async function sendTextFiles(files) {
+  const names = [];
+  const characters = new Set();
+  for (const file of files) {
+    const bytes = await file.arrayBuffer();
+    for (const character of new TextDecoder().decode(bytes)) characters.add(character);
+    names.push(sendBytes(file.name, bytes));
+  }
+  for (const skipped of ['\n', '\r', '\t', '\uFEFF']) characters.delete(skipped);
+  fonts.textFiles = names;
+  fonts.textFileCharacters = characters.size;
+}
+
 async function loadMainFont(file) {
   fonts.main = await sendFont(file);
   $('font-name').textContent = file.name;
@@ -256,6 +276,10 @@ async function start() {
     const fallbacks = [];
     for (const file of event.target.files) fallbacks.push(await sendFont(file));
     fonts.fallbacks = fallbacks;
+    refresh();
+  })));
+  $('text-files').addEventListener('change', guarded(whenFontsArrived(async (event) => {
+    await sendTextFiles(event.target.files);
     refresh();
   })));
   $('export').addEventListener('click', exportFont);
