@@ -14,6 +14,8 @@ const TEST_FONT = 'tests/fonts/veltrane-test.ttf';
 const ICONS_FONT = 'tests/fonts/veltrane-test-icons.ttf';
 const FIRA_WOFF2 = '/usr/share/fonts-firacode/woff2/FiraCode-Regular.woff2';
 const AWESOME_WOFF2 = '/usr/share/fonts-font-awesome/fonts/fontawesome-webfont.woff2';
+const CJK = '/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc';
+const STRINGS_ZH = 'tests/web/strings-zh.txt';
 
 let session;
 let page;
@@ -30,7 +32,7 @@ after(async () => {
 // Sets the page's fields: ids to values (a boolean checks a checkbox, a path names the
 // file of a file field); the rest back to their defaults first, DejaVu Sans the font.
 async function fill(givenFields) {
-  const fields = { 'font-file': DEJAVU, 'glyphs-file': [], 'fallback-files': [], ...givenFields };
+  const fields = { 'font-file': DEJAVU, 'glyphs-file': [], 'fallback-files': [], 'text-files': [], ...givenFields };
   await page.evaluate(() => {
     for (const element of document.querySelectorAll('#fields input:not([type=file]), #fields select')) {
       if (element.type === 'checkbox') element.checked = false;
@@ -184,6 +186,21 @@ const GOLDEN_CASES = [
       'NotoSans-Regular.ttf NotoSans_Regular.c',
   },
   {
+    title: 'a Unicode font: Greek capitals past 255, a Cyrillic text, Chinese from a strings file and a collection',
+    fonts: [DEJAVU, STRINGS_ZH, CJK],
+    fields: {
+      format: 'packed', name: 'Unicode', chars: '32-126,0x391-0x3A9', text: 'Привет, Γειά σου, 你好',
+      'text-files': STRINGS_ZH, 'fallback-files': CJK,
+    },
+    command:
+      "veltrane-fontgen-export --chars 32-126,0x391-0x3A9 --text 'Привет, Γειά σου, 你好' --text-file strings-zh.txt " +
+      "--format packed --fallback NotoSansCJK-Regular.ttc --proof Unicode.png --proof-text 'Привет, Γειά σου, 你好' " +
+      'DejaVuSans.ttf Unicode.c',
+    cmake:
+      'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Unicode FORMAT packed CHARS 32-126,0x391-0x3A9 ' +
+      'FALLBACK fonts/NotoSansCJK-Regular.ttc TEXT_FILES strings/strings-zh.txt OPTIONS --text "Привет, Γειά σου, 你好")',
+  },
+  {
     title: 'WOFF2 fonts, Fira Code with Font Awesome icons',
     fonts: [FIRA_WOFF2, AWESOME_WOFF2],
     fields: { 'font-file': FIRA_WOFF2, 'glyphs-file': AWESOME_WOFF2, glyphs: '0xF000-0xF003=>0x80', name: 'Fira' },
@@ -220,6 +237,8 @@ const BAD_CASES = [
   { title: 'a text Latin-1 cannot hold', fonts: [DEJAVU], fields: { text: 'Győr' } },
   { title: 'a gamma out of range', fonts: [DEJAVU], fields: { gamma: '+2' } },
   { title: 'a file that is no font', fonts: ['web/site/worker.js'], fields: { 'font-file': 'web/site/worker.js' } },
+  { title: 'a strings file that is not UTF-8', fonts: [DEJAVU, KOI8R_PCF], fields: { format: 'packed', 'text-files': KOI8R_PCF } },
+  { title: 'a surrogate in a Unicode font', fonts: [DEJAVU], fields: { format: 'packed', chars: '65,0xD800' } },
 ];
 
 for (const { title, fonts, fields } of BAD_CASES) {
@@ -245,6 +264,50 @@ test('keeps the --stats table and the proof up to date as the fields change', as
   await page.waitForFunction(() => document.getElementById('proof').hidden);
   const failed = await runNative(['--stats', ...(await pageArguments())], [DEJAVU]);
   assert.equal(await page.textContent('#stats'), asShown(failed.stderr));
+});
+
+// The 20 MB collection with every CJK ideograph listed: the check of those 20,992 glyphs (a
+// whole export) takes minutes, and the page must neither freeze nor wait for it once the
+// fields change. The strings file's export that follows is the native one.
+test('previews a 20 MB collection and takes new fields at once while a long check is under way', async () => {
+  await page.evaluate(() => {
+    let last = performance.now();
+    window.longestPause = 0; // the longest the page's own JS went without a turn
+    window.pauseWatch = setInterval(() => {
+      window.longestPause = Math.max(window.longestPause, performance.now() - last);
+      last = performance.now();
+    }, 10);
+  });
+  await fill({ 'font-file': CJK, face: '2', format: 'packed', 'text-files': STRINGS_ZH, chars: '0x4E00-0x9FFF' });
+  // Once the checks of the fields on the way are ended, the last one runs on.
+  await page.waitForTimeout(1000);
+  assert.ok(await page.$eval('#stats', (stats) => stats.hasAttribute('aria-busy')));
+  const grey = () => page.$eval('#preview', (canvas) =>
+    Array.from(canvas.getContext('2d').getImageData(0, 0, 800, 220).data.filter((_, i) => i % 4 === 0)));
+  const ideographs = await grey();
+  assert.ok(ideographs.some((value) => value < 200) && assert.notDeepEqual(ideographs, await desktopPreview()) === undefined);
+  await page.evaluate(() => {
+    window.tablesShown = [];
+    const stats = document.getElementById('stats');
+    new MutationObserver(() => tablesShown.push(stats.textContent)).observe(stats, { childList: true, subtree: true });
+  });
+  const drawn = await page.$eval('#preview', (canvas) => Number(canvas.dataset.drawn));
+  await page.fill('#chars', '32-126');
+  assert.match(await page.textContent('#command'), /^veltrane-fontgen-export --chars 32-126 --text-file strings-zh.txt /);
+  await page.waitForFunction((before) => Number(document.getElementById('preview').dataset.drawn) > before, drawn);
+  assert.notDeepEqual(await grey(), ideographs);
+  const args = await pageArguments();
+  const native = await runNative(['--stats', ...args], [CJK, STRINGS_ZH]);
+  await page.waitForFunction((table) => document.getElementById('stats').textContent === table, native.stdout.trimEnd());
+  // The check of the ideographs was ended, not waited for: no table but the new one showed.
+  assert.deepEqual([...new Set(await page.evaluate(() => tablesShown))], [native.stdout.trimEnd()]);
+  assert.ok((await page.evaluate(() => clearInterval(pauseWatch) || longestPause)) < 500);
+
+  await exportNow();
+  const exported = await runNative(args, [CJK, STRINGS_ZH]);
+  assert.equal(await page.textContent('#message'), asShown(exported.stderr));
+  assert.deepEqual(await downloadedFiles(page), exported.files);
+  assert.ok('NotoSansCJK_Regular.png' in exported.files);
 });
 
 // The bytes 128 to 255 that glibc's iconv reads as one character each in `codepage`, as a
