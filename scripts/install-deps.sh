@@ -5,7 +5,7 @@ set -euo pipefail
 
 build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libharfbuzz-dev libpng-dev libcli11-dev libutf8proc-dev
             fonts-dejavu-core help2man)
-test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb fonts-noto-core fonts-roboto-unhinted
+test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb fonts-noto-core fonts-noto-cjk fonts-roboto-unhinted
            desktop-file-utils valgrind xfonts-base fonts-font-awesome gcc-arm-none-eabi libnewlib-arm-none-eabi
            qemu-system-arm)
 clang_pkgs=(clang)
