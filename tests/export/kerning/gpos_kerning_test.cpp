@@ -1,4 +1,5 @@
-// GPOS kerning against its definition: every pair shaped alone, with 'kern' on and off.
+// Kerning sources against their definitions: GPOS kerning against every pair shaped alone,
+// with 'kern' on and off; legacy kerning against FreeType's lookup of every pair.
 
 #include "charset/codepage.h"
 #include "export/kerning/kerning_source.h"
@@ -12,6 +13,27 @@
 #include <memory>
 
 namespace {
+
+const std::string kNotoSansCjk = "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc"; // face 0 JP, 2 SC
+// Glyphs no lookup names that kerning still tells apart (tests/fonts/make_test_font.py).
+const std::string kCrowdsFont = VELTRANE_TEST_FONT_DIR "/veltrane-test-crowds.ttf";
+
+// Code points first to last, every `step`-th, each its own code.
+struct CodeSpan
+{
+    uint32_t first;
+    uint32_t last;
+    uint32_t step = 1;
+};
+
+ExportCharacters CharactersOf(const std::vector<CodeSpan>& spans)
+{
+    ExportCharacters characters;
+    for (const CodeSpan& span : spans)
+        for (uint32_t code = span.first; code <= span.last; code += span.step)
+            characters.push_back({code, code});
+    return characters;
+}
 
 int PairValue(hb_font_t* font, uint32_t first, uint32_t second)
 {
@@ -46,25 +68,51 @@ TEST(GposKerning, EveryPairAsShapedAlone)
 {
     std::string error;
     const std::optional<Codepage> cp1251 = Codepage::Open("CP1251", error);
-    const std::tuple<std::string, int, const Codepage*> cases[] = {
-        {kRoboto, 16, nullptr},    {kRoboto, 40, nullptr},     {kNotoSans, 9, nullptr},
-        {kNotoSans, 16, nullptr},  {kDejaVuSans, 11, nullptr}, {kDejaVuSans, 16, nullptr},
-        {kNotoSans, 16, &*cp1251}, {kTestFont, 16, nullptr}}; // T period: 'dist' spaces it, 'kern' moves T
-    for (const auto& [path, height, codepage] : cases) {
+    struct Case
+    {
+        std::string path;
+        int face;
+        int height;
+        const Codepage* codepage; // with codes 32-255
+        std::vector<CodeSpan> spans;
+    };
+    const std::vector<CodeSpan> latin1 = {{32, 255}};
+    const Case cases[] = {
+        {kRoboto, 0, 16, nullptr, latin1},
+        {kRoboto, 0, 40, nullptr, latin1},
+        {kNotoSans, 0, 9, nullptr, latin1},
+        {kNotoSans, 0, 16, nullptr, latin1},
+        {kDejaVuSans, 0, 11, nullptr, latin1},
+        {kDejaVuSans, 0, 16, nullptr, latin1},
+        {kNotoSans, 0, 16, &*cp1251, {}},
+        {kTestFont, 0, 16, nullptr, latin1}, // T period: 'dist' spaces it, 'kern' moves T
+        // No GPOS: HarfBuzz kerns with the 'kern' table, which names only some glyphs.
+        {kLegacyKernTestFont, 0, 16, nullptr, latin1},
+        {kIconsFont, 0, 16, nullptr, {{65, 66}, {0xE000, 0xE001}}},
+        {kCrowdsFont, 0, 16, nullptr, {{32, 126}, {0x338, 0x338}, {0x3BC, 0x3BC}, {0x2260, 0x2260}}},
+        // Latin, Greek and Cyrillic with combining marks, which compose with the letter before.
+        {kNotoSans, 0, 16, nullptr, {{32, 126}, {160, 383}, {0x300, 0x36F, 3}, {0x370, 0x3FF}, {0x400, 0x45F}}},
+        // Scripts of other shapers, Hebrew and Arabic, among Latin.
+        {kDejaVuSans, 0, 13, nullptr, {{32, 126}, {0x5B0, 0x5EA}, {0x60C, 0x655}, {0x2044, 0x2044}}},
+        // Japanese: Latin, CJK punctuation, kana, full-width forms and ideographs.
+        {kNotoSansCjk,
+         0,
+         16,
+         nullptr,
+         {{32, 126}, {0x3000, 0x303F}, {0x3041, 0x3096}, {0x3099, 0x30FF}, {0xFF01, 0xFF5E, 2}, {0x4E00, 0x9FFF, 89}}},
+    };
+    for (const auto& [path, faceIndex, height, codepage, spans] : cases) {
         ExportOptions options;
         options.kerning = KerningMode::Gpos;
         options.codepage = codepage;
-        CharCodeList codes;
-        for (uint32_t code = 32; code <= 255; ++code)
-            if (!codepage || codepage->CharacterOf(code))
-                codes.push_back(code);
+        const ExportCharacters characters =
+            codepage ? ListExportCharacters(CodeRange(32, 255), codepage) : CharactersOf(spans);
         FTFont ft;
-        ft.LoadFace(path.c_str());
+        ft.LoadFace(path.c_str(), faceIndex);
         ft.SetPixelSize(height);
-        const ExportCharacters characters = ListExportCharacters(codes, codepage);
         const auto source = MakeKerningSource(ft, characters, options);
         hb_blob_t* blob = hb_blob_create_from_file(path.c_str());
-        hb_face_t* face = hb_face_create(blob, 0);
+        hb_face_t* face = hb_face_create(blob, faceIndex);
         hb_font_t* font = hb_font_create(face); // HarfBuzz's own font functions
         hb_font_set_scale(font, height * 64, height * 64);
         hb_font_set_ppem(font, height, height);
