@@ -130,4 +130,44 @@ TEST(GposKerning, EveryPairAsShapedAlone)
     }
 }
 
+// Past the desktop's 256 bytes, legacy kerning is looked up between characters, and asked of
+// FreeType only for pairs its 'kern' table can hold.
+TEST(LegacyKerning, EveryPairAsFreeTypeKernsIt)
+{
+    struct Case
+    {
+        std::string path;
+        int height;
+        std::vector<CodeSpan> spans;
+        size_t pairs; // at least
+    };
+    const Case cases[] = {
+        {kDejaVuSans, 16, {{32, 126}, {160, 591}, {0x370, 0x3FF}, {0x400, 0x4FF}}, 500},
+        {kIconsFont, 16, {{65, 66}, {0xE000, 0xE001}}, 2},
+        {kNotoSans, 16, {{32, 126}, {0x400, 0x45F}}, 0}, // no 'kern' table
+    };
+    for (const auto& [path, height, spans, atLeast] : cases) {
+        ExportOptions options;
+        options.kerning = KerningMode::Legacy;
+        const ExportCharacters characters = CharactersOf(spans);
+        FTFont ft;
+        ft.LoadFace(path.c_str());
+        ft.SetPixelSize(height);
+        const auto source = MakeKerningSource(ft, characters, options);
+        size_t pairs = 0;
+        for (const ExportCharacter& current : characters) {
+            std::vector<KerningPair> expected;
+            for (const ExportCharacter& prev : characters) {
+                FT_Vector kerning;
+                ft.GetCharKerning(prev.character, current.character, kerning);
+                if (kerning.x != 0)
+                    expected.push_back({prev.code, static_cast<int8_t>(std::clamp<FT_Pos>(kerning.x, -128, 127))});
+            }
+            ASSERT_EQ(source->PairsOf(current.code), expected) << path << ", after code " << current.code;
+            pairs += expected.size();
+        }
+        EXPECT_GE(pairs, atLeast) << path;
+    }
+}
+
 } // namespace
