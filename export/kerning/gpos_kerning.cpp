@@ -27,10 +27,10 @@ int8_t ValueOf(const ShapedText& kerned, const ShapedText& unkerned)
     return static_cast<int8_t>(std::clamp((kerned.distance - unkerned.distance + 32) >> 6, -128, 127));
 }
 
-// Whether HarfBuzz's default shaper tells the character apart from another of its script
-// and general category only by its glyph (see ShapedPlainly): not a mark, a control, a
-// format character (the default ignorables among them) or unassigned, none of those that
-// join the cluster before them, and not the fraction slash.
+// Whether the shapers of KernsByGlyph scripts tell the character apart from another of its
+// script and general category only by its glyph: not a mark, a control, a format character
+// (the default ignorables among them) or unassigned, none of those that join the cluster
+// before them, not the fraction slash, and no conjoining Hangul jamo.
 bool ShapedByItsGlyph(hb_codepoint_t character)
 {
     switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), character)) {
@@ -48,7 +48,17 @@ bool ShapedByItsGlyph(hb_codepoint_t character)
     auto within = [character](hb_codepoint_t first, hb_codepoint_t last) {
         return first <= character && character <= last;
     };
-    return character != 0x2044 && !within(0xFF9E, 0xFF9F) && !within(0x1F1E6, 0x1F1FF) && !within(0x1F3FB, 0x1F3FF);
+    return character != 0x2044 && !within(0xFF9E, 0xFF9F) && !within(0x1F1E6, 0x1F1FF) && !within(0x1F3FB, 0x1F3FF) &&
+           !within(0x1100, 0x11FF) && !within(0xA960, 0xA97F) && !within(0xD7B0, 0xD7FF);
+}
+
+// Scripts whose shaper tells two characters with glyphs apart by their glyphs and general
+// categories alone, but for those ShapedByItsGlyph leaves out: the default shaper's
+// (ShapedPlainly), and Hangul's, which besides composes and decomposes conjoining jamo and
+// the syllables before a trailing jamo, and moves tone marks (marks, to Unicode).
+bool KernsByGlyph(hb_script_t script)
+{
+    return ShapedPlainly(script) || script == HB_SCRIPT_HANGUL;
 }
 
 // The value of every ordered pair of the characters.
@@ -57,15 +67,14 @@ bool ShapedByItsGlyph(hb_codepoint_t character)
 // same values in a fraction of the time:
 //
 // Crowds. Take the characters whose glyphs no lookup the shaping applies can reach
-// (GlyphsLayoutReaches), of a script of HarfBuzz's default shaper or of none, that shaper
-// tells apart by their glyphs alone (ShapedByItsGlyph) and whose glyphs are no GDEF marks
-// (which lookups skip by mark class and mark set too). Lookups move none of them, and
-// nothing else does in the default shaper, so two of them kern 0. And in a pair with any
-// other character the default shaper tells apart by its glyph, where both orders get a
-// script of the default shaper, one of them shapes as any other of its crowd: of the same
-// script (which the pair's script follows), general category (which the shaper reads) and
-// GDEF glyph class (which lookups skip by). A crowd's pairs with such a character are shaped
-// once, with the crowd's first member, and stand for all of its members. Every other
+// (GlyphsLayoutReaches), of a KernsByGlyph script or of none, that are ShapedByItsGlyph and
+// whose glyphs are no GDEF marks (which lookups skip by mark class and mark set too).
+// Lookups move none of them, and nothing else does in those scripts' shapers, so two of
+// them kern 0. And in a pair with any other character that is ShapedByItsGlyph, where both
+// orders get a KernsByGlyph script, one of them shapes as any other of its crowd: of the
+// same script (which the pair's script follows), general category (which the shaper reads)
+// and GDEF glyph class (which lookups skip by). A crowd's pairs with such a character are
+// shaped once, with the crowd's first member, and stand for all of its members. Every other
 // character with a glyph is distinct: shaped with every other, in the texts below.
 //
 // Texts. Each distinct character P shapes, once with kerning on and once off, a text of its
@@ -92,8 +101,7 @@ public:
             const hb_script_t script = CharacterScript(character);
             const unsigned glyphClass = hb_ot_layout_get_glyph_class(face.Get(), glyph);
             if (!reached || glyph >= reached->size() || (*reached)[glyph] || !ShapedByItsGlyph(character) ||
-                (script != HB_SCRIPT_UNKNOWN && !ShapedPlainly(script)) ||
-                glyphClass == HB_OT_LAYOUT_GLYPH_CLASS_MARK) {
+                (script != HB_SCRIPT_UNKNOWN && !KernsByGlyph(script)) || glyphClass == HB_OT_LAYOUT_GLYPH_CLASS_MARK) {
                 distinct.push_back(static_cast<uint32_t>(i));
                 continue;
             }
@@ -206,12 +214,12 @@ private:
     }
 
     // Whether a crowd's first member, `member`, stands for the crowd in its pairs with the
-    // distinct `character`: both of the pair's scripts are the default shaper's, and the
-    // default shaper tells `character` apart by its glyph alone.
+    // distinct `character`: both of the pair's scripts are KernsByGlyph, and `character` is
+    // ShapedByItsGlyph.
     static bool StandsForCrowd(hb_codepoint_t character, hb_codepoint_t member)
     {
-        return ShapedByItsGlyph(character) && ShapedPlainly(PairScript(character, member)) &&
-               ShapedPlainly(PairScript(member, character));
+        return ShapedByItsGlyph(character) && KernsByGlyph(PairScript(character, member)) &&
+               KernsByGlyph(PairScript(member, character));
     }
 
     static bool SameScriptBothWays(hb_codepoint_t first, hb_codepoint_t second)

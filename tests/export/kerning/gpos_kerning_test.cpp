@@ -94,12 +94,20 @@ TEST(GposKerning, EveryPairAsShapedAlone)
         {kNotoSans, 0, 16, nullptr, {{32, 126}, {160, 383}, {0x300, 0x36F, 3}, {0x370, 0x3FF}, {0x400, 0x45F}}},
         // Scripts of other shapers, Hebrew and Arabic, among Latin.
         {kDejaVuSans, 0, 13, nullptr, {{32, 126}, {0x5B0, 0x5EA}, {0x60C, 0x655}, {0x2044, 0x2044}}},
-        // Japanese: Latin, CJK punctuation, kana, full-width forms and ideographs.
+        // Japanese: Latin, CJK punctuation, kana, full-width forms and ideographs; some Hangul
+        // syllables, conjoining jamo and tone marks, which the Hangul shaper composes and moves.
         {kNotoSansCjk,
          0,
          16,
          nullptr,
-         {{32, 126}, {0x3000, 0x303F}, {0x3041, 0x3096}, {0x3099, 0x30FF}, {0xFF01, 0xFF5E, 2}, {0x4E00, 0x9FFF, 89}}},
+         {{32, 126},
+          {0x3000, 0x303F},
+          {0x3041, 0x3096, 2},
+          {0x3099, 0x30FF, 2},
+          {0xFF01, 0xFF5E, 2},
+          {0x4E00, 0x9FFF, 197},
+          {0xAC00, 0xD7A3, 397},
+          {0x1100, 0x11C2, 5}}},
     };
     for (const auto& [path, faceIndex, height, codepage, spans] : cases) {
         ExportOptions options;
