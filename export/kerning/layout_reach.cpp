@@ -18,6 +18,8 @@ Set MakeSet()
 }
 
 // A table's bytes, read big-endian; a read past the end gives 0 and marks the table broken.
+// So does work beyond a budget in proportion to the table's size: offsets may share a piece,
+// and a small table whose pieces point at each other over and over would take forever.
 class TableBytes
 {
 public:
@@ -26,6 +28,7 @@ public:
         unsigned length = 0;
         data = reinterpret_cast<const uint8_t*>(hb_blob_get_data(blob, &length));
         size = length;
+        budget = 64 * size + 65536;
     }
     ~TableBytes() { hb_blob_destroy(blob); }
     TableBytes(const TableBytes&) = delete;
@@ -37,11 +40,20 @@ public:
 
     uint16_t U16(size_t at)
     {
-        if (at + 2 > size) {
+        if (at + 2 > size)
             broken = true;
+        if (!Spend(1))
             return 0;
-        }
         return static_cast<uint16_t>(data[at] << 8 | data[at + 1]);
+    }
+
+    // Takes `work` from the budget; false, and broken, once it is spent.
+    bool Spend(size_t work)
+    {
+        if (work > budget)
+            broken = true;
+        budget -= std::min(work, budget);
+        return !broken;
     }
 
     uint32_t U32(size_t at) { return static_cast<uint32_t>(U16(at)) << 16 | U16(at + 2); }
@@ -50,6 +62,7 @@ private:
     hb_blob_t* blob;
     const uint8_t* data = nullptr;
     size_t size = 0;
+    size_t budget = 0;
     bool broken = false;
 };
 
@@ -155,9 +168,11 @@ private:
     // Every glyph a class definition gives a class other than 0.
     void MarkClassed(size_t at, std::vector<bool>& glyphs)
     {
-        auto mark = [&](unsigned first, unsigned last) {
-            for (unsigned glyph = first; glyph <= last && glyph < glyphs.size(); ++glyph)
-                glyphs[glyph] = true;
+        auto mark = [&](size_t first, size_t last) {
+            const size_t end = std::min(last + 1, glyphs.size());
+            if (first < end && table.Spend(end - first))
+                std::fill(glyphs.begin() + static_cast<std::ptrdiff_t>(first),
+                          glyphs.begin() + static_cast<std::ptrdiff_t>(end), true);
         };
         const unsigned format = table.U16(at);
         if (format == 1) {
