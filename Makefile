@@ -59,10 +59,11 @@ LV_FONT_CONV = $(BENCH_DIR)/lv_font_conv/node_modules/.bin/lv_font_conv
 bench: bench-preview
 	@scripts/install-deps.sh bench
 	cmake -S . -B $(BENCH_DIR) -DCMAKE_BUILD_TYPE=Release -DVELTRANE_BUILD_GUI=ON -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_BENCH=ON
-	cmake --build $(BENCH_DIR) -j $(JOBS) --target export_bench process_bench draw_bench
+	cmake --build $(BENCH_DIR) -j $(JOBS) --target export_bench process_bench cjk_process_bench draw_bench
 	$(BENCH_DIR)/bench/export_bench
 	test -x $(LV_FONT_CONV) || npm install --prefix $(BENCH_DIR)/lv_font_conv --no-audit --no-fund lv_font_conv@1.5.3
 	$(BENCH_DIR)/bench/process_bench $(BENCH_DIR)/veltrane-fontgen-export $(LV_FONT_CONV)
+	$(BENCH_DIR)/bench/cjk_process_bench $(BENCH_DIR)/veltrane-fontgen-export $(LV_FONT_CONV) bench/gb2312_level1.txt
 	scripts/bench-packed-flash.sh $(BENCH_DIR)/veltrane-fontgen-export $(LV_FONT_CONV)
 	$(BENCH_DIR)/bench/draw_bench
 

@@ -10,11 +10,9 @@
 //
 // Usage: process_bench EXPORTER LV_FONT_CONV
 
-#include <sys/wait.h>
-#include <unistd.h>
+#include "process_timing.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -30,46 +28,6 @@ constexpr const char* kRoboto = "/usr/share/fonts/truetype/roboto/unhinted/Robot
 constexpr const char* kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 constexpr const char* kFontAwesome = "/usr/share/fonts/truetype/font-awesome/fontawesome-webfont.ttf";
 constexpr int kRuns = 25;
-
-void Fail(const std::string& what)
-{
-    std::fprintf(stderr, "process_bench: %s\n", what.c_str());
-    std::exit(1);
-}
-
-// Runs the command to its end with its output thrown away; returns the wall time in ms.
-double Milliseconds(const std::vector<std::string>& command)
-{
-    std::vector<char*> argv;
-    for (const std::string& arg : command)
-        argv.push_back(const_cast<char*>(arg.c_str()));
-    argv.push_back(nullptr);
-    const auto start = std::chrono::steady_clock::now();
-    const pid_t child = fork();
-    if (child == 0) {
-        if (!freopen("/dev/null", "w", stdout) || !freopen("/dev/null", "w", stderr))
-            _exit(126);
-        execv(argv[0], argv.data());
-        _exit(127);
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        Fail("failed: " + command[0]);
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-struct Run
-{
-    std::string name;
-    std::vector<std::string> command;
-    std::vector<double> times;
-};
 
 // Characters with kerning tables and pairs in all, from the source's delta tables
 // ("static const int8_t char_C_ktd[] = {D1, D2, 0};").
@@ -92,10 +50,10 @@ std::pair<int, int> KerningIn(const fs::path& source)
 int main(int argc, char** argv)
 {
     if (argc != 3)
-        Fail("usage: process_bench EXPORTER LV_FONT_CONV");
+        Fail("process_bench", "usage: process_bench EXPORTER LV_FONT_CONV");
     char pattern[] = "/tmp/veltrane-kerning-bench-XXXXXX";
     if (mkdtemp(pattern) == nullptr)
-        Fail("cannot create a temporary directory");
+        Fail("process_bench", "cannot create a temporary directory");
     const fs::path dir = pattern;
     const std::string exporter = argv[1];
     const std::string size = "16", ascii = "32-126", latin1 = "32-255";
@@ -122,11 +80,7 @@ int main(int argc, char** argv)
     runs.push_back({"DejaVu Sans alone, codes 32-126", {exporter, kDejaVuSans, dir / "Letters.cpp"}, {}});
     runs.push_back(
         {"the five icons alone", {exporter, "--text", "", "--glyphs", icons, kFontAwesome, dir / "Icons.cpp"}, {}});
-    for (Run& run : runs) // warm-up: page cache, dynamic linker, node's compile cache
-        Milliseconds(run.command);
-    for (int i = 0; i < kRuns; ++i)
-        for (Run& run : runs)
-            run.times.push_back(Milliseconds(run.command));
+    TimeInTurns(runs, kRuns);
 
     std::printf("16 px; whole processes, %d runs each in turn (medians)\n", kRuns);
     for (const Run& run : runs)

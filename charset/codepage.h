@@ -29,7 +29,7 @@ public:
     bool SameCharacters(const Codepage& other) const { return characters == other.characters; }
 
 private:
-    static constexpr char32_t kUndefined = 0xFFFFFFFF;
+    static constexpr char32_t kUndefined = 0xFFFFFFFF; // kNoCharacter of codepage_reader.h
 
     std::string name;
     std::array<char32_t, 256> characters{};

@@ -1,15 +1,14 @@
 #include "charset/export_characters.h"
 
-#include <array>
+#include <unordered_set>
 
 ExportCharacters ListExportCharacters(const CharCodeList& codes, const Codepage* codepage)
 {
     ExportCharacters characters;
-    std::array<bool, 256> listed{};
+    std::unordered_set<uint32_t> listed;
     for (uint32_t code : codes) {
-        if (listed[code])
+        if (!listed.insert(code).second)
             continue;
-        listed[code] = true;
         const char32_t character = codepage ? codepage->CharacterOf(static_cast<uint8_t>(code)).value_or(0) : code;
         characters.push_back({code, character});
     }

@@ -9,7 +9,7 @@
 // A listed code and the Unicode character an export renders for it.
 struct ExportCharacter
 {
-    uint32_t code;      // the byte firmware strings hold; names the generated identifiers
+    uint32_t code;      // what firmware strings hold: a byte, or a Unicode font's code point
     char32_t character; // the code itself, or the character its byte stands for in the codepage
     unsigned font = 0;  // which of the export's fonts gives its glyph: 0 the main font
 };
@@ -18,6 +18,6 @@ struct ExportCharacter
 // character. The writers, the kerning, the proof text and the warnings all read this list.
 using ExportCharacters = std::vector<ExportCharacter>;
 
-// Every code must be below 256 and, with a codepage, stand for a character in it; null
-// `codepage`: every code is its own character.
+// Every code must be exportable (FindUnexportableCode) and, with a codepage, stand for a
+// character in it; null `codepage`: every code is its own character.
 ExportCharacters ListExportCharacters(const CharCodeList& codes, const Codepage* codepage);

@@ -3,13 +3,17 @@
 #include "charset/char_range_parser.h"
 #include "charset/common_codepages.h"
 #include "charset/unicode_text.h"
-#include "export/ds/exportable_codes.h"
+#include "cli/export_report.h"
+#include "cli/text_file.h"
+#include "charset/exportable_codes.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
 constexpr const char* kDefaultChars = "32-126";
+constexpr const char* kUnicodeHint = "or give --format packed: a packed font without --codepage holds any character";
 
 bool IsSkippedInText(char32_t c)
 {
@@ -67,24 +71,61 @@ std::string CodepageSuggestion(const std::vector<std::u32string>& readings)
     return line;
 }
 
-std::optional<std::string> AppendText(const std::string& text, const std::optional<Codepage>& chosen,
-                                      CharCodeList& codes, std::vector<std::string>& context)
+// The characters of a text as themselves, each once, in the order of first appearance:
+// a Unicode font's codes.
+void AppendCodePoints(const std::u32string& characters, CharCodeList& codes)
 {
-    const std::vector<std::u32string> readings = TextReadings(text);
-    if (readings.empty()) {
-        context.push_back("--text is not valid UTF-8 at byte " + std::to_string(InvalidUtf8Offset(text) + 1));
-        return "The sample text is not valid UTF-8 !";
+    std::unordered_set<char32_t> seen;
+    for (char32_t character : characters) {
+        if (!IsSkippedInText(character) && seen.insert(character).second)
+            codes.push_back(character);
     }
-    const Codepage codepage = chosen.value_or(Codepage::Latin1());
+}
+
+// The characters of `text`, which `source` names in messages ("--text", or --text-file and
+// the file), as the request's codes take them: code points of a Unicode font, else bytes of
+// the codepage.
+std::optional<std::string> AppendText(const std::string& text, const std::string& source,
+                                      const ExportRequest& request, CharCodeList& codes,
+                                      std::vector<std::string>& context)
+{
+    const bool file = source != "--text";
+    std::vector<std::u32string> readings = TextReadings(text);
+    if (readings.empty()) {
+        context.push_back(source + " is not valid UTF-8 at byte " + std::to_string(InvalidUtf8Offset(text) + 1));
+        return file ? "A text file is not valid UTF-8 !" : "The sample text is not valid UTF-8 !";
+    }
+    // Editors on Windows start a UTF-8 file with a byte order mark.
+    for (std::u32string& reading : readings)
+        if (file && reading.starts_with(U'\uFEFF'))
+            reading.erase(0, 1);
+    if (request.UnicodeCodes()) {
+        AppendCodePoints(readings.front(), codes);
+        return std::nullopt;
+    }
+    const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
     char32_t missing = 0;
     std::optional<CharCodeList> fromText = ReadingCodes(readings, codepage, missing);
     if (!fromText) {
-        if (!chosen)
+        if (!request.codepage) {
             context.push_back(CodepageSuggestion(readings));
+            context.push_back(kUnicodeHint);
+        }
         return "Character " + NamedCharacter(missing) + " is not in " + codepage.Name() + " !";
     }
     codes.insert(codes.end(), fromText->begin(), fromText->end());
     return std::nullopt;
+}
+
+// A text file's bytes; nothing, with the reason in `context`, when it cannot be read.
+std::optional<std::string> ReadTextFile(const std::string& path, std::vector<std::string>& context)
+{
+    std::string text, why;
+    if (!ReadWholeFile(path, text, why)) {
+        context.push_back("--text-file " + Quoted(path) + ": " + why);
+        return std::nullopt;
+    }
+    return text;
 }
 
 } // namespace
@@ -92,19 +133,26 @@ std::optional<std::string> AppendText(const std::string& text, const std::option
 std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList& codes,
                                      std::vector<std::string>& unreadPieces, std::vector<std::string>& context)
 {
-    const bool textOnly = request.sampleText && !request.charsText;
+    const bool textOnly = request.HasTexts() && !request.charsText;
     codes = textOnly ? CharCodeList{} : ParseCharCodeText(request.charsText.value_or(kDefaultChars), &unreadPieces);
-    const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
     if (request.sampleText) {
-        if (auto message = AppendText(*request.sampleText, request.codepage, codes, context))
+        if (auto message = AppendText(*request.sampleText, "--text", request, codes, context))
             return message;
     }
-    if (auto message = FindUnexportableCode(codes))
+    for (const std::string& path : request.textFiles) {
+        const std::optional<std::string> text = ReadTextFile(path, context);
+        if (!text)
+            return "Cannot read a text file !";
+        if (auto message = AppendText(*text, "--text-file " + Quoted(path), request, codes, context))
+            return message;
+    }
+    if (auto message = FindUnexportableCode(codes, request.UnicodeCodes() ? CodeSpace::Unicode : CodeSpace::Bytes))
         return message;
     if (request.codepage) {
         for (uint32_t code : codes) {
-            if (!codepage.CharacterOf(static_cast<uint8_t>(code)))
-                return "Character code " + std::to_string(code) + " has no character in " + codepage.Name() + " !";
+            if (!request.codepage->CharacterOf(static_cast<uint8_t>(code)))
+                return "Character code " + std::to_string(code) + " has no character in " + request.codepage->Name() +
+                       " !";
         }
     }
     return std::nullopt;

@@ -26,12 +26,13 @@ constexpr const char* kDescription =
 // The manual page gives the examples from cli/veltrane-fontgen-export.h2m: keep both alike.
 constexpr const char* kFooter =
     "OUTPUT's directory (the current one when it has none) receives both files; its name less\n"
-    "one \".cpp\" (any case), with every character other than a letter, digit or \"_\" made \"_\",\n"
-    "names them; OUTPUT must end in \".cpp\" (or \".c\" with --format packed) and not be a\n"
-    "directory. Both are written under temporary names beside them and take their places only\n"
-    "once both are whole: a failed or interrupted export leaves the earlier files as they were,\n"
-    "and a file whose bytes would not change keeps its date. A link to a file is written\n"
-    "through; a device or pipe is written in place.\n"
+    "one \".cpp\" (or \".c\" with --format packed), any case, with every character other than a\n"
+    "letter, digit or \"_\" made \"_\", names them as the desktop program's save dialog does:\n"
+    "out/Big.cpp.cpp gives out/Big_cpp.cpp and out/Big_cpp.h. OUTPUT must have that ending and\n"
+    "not be a directory. Both are written under temporary names beside them and take their\n"
+    "places only once both are whole: a failed or interrupted export leaves the earlier files as\n"
+    "they were, and a file whose bytes would not change keeps its date. A link to a file is\n"
+    "written through; a device or pipe is written in place.\n"
     "\n"
     "Exit status: 0 when both files (and a --proof image) were written (warnings, such as\n"
     "codes the font has no glyph for, on standard error), 1 when the export failed (its message\n"
@@ -50,6 +51,8 @@ constexpr const char* kFooter =
     "  veltrane-fontgen-export --fallback NotoSans-Regular.ttf --codepage CP1251 --text 'Привет' \\\n"
     "      --height 12 6x12-ISO8859-1.pcf.gz out/Pixel.cpp\n"
     "  veltrane-fontgen-export --format packed --bpp 4 DejaVuSans.ttf out/Small.c\n"
+    "  veltrane-fontgen-export --format packed --face 2 --chars 32-126 --text-file strings.txt \\\n"
+    "      NotoSansCJK-Regular.ttc out/Ui.c\n"
     "  veltrane-fontgen-export --height 16 --proof out/proof.png --proof-text $'AVATAR\\n12:45' \\\n"
     "      DejaVuSans.ttf out/Font.cpp";
 
@@ -140,15 +143,23 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                    "Pixel height, 6 to 256 (decimal, 0x hex or 0 octal), e.g. 0x10 (default 16)")
         ->type_name("PX");
     app.add_option("--chars", request.charsText,
-                   "Character codes: comma-separated numbers and ranges, each up to 255, e.g. 32-126,0xB0\n"
-                   "(default 32-126, none when --text is given alone)")
+                   "Character codes: comma-separated numbers and ranges, e.g. 32-126,0xB0; each up to 255,\n"
+                   "or a Unicode code point up to 0x10FFFF in a packed font without --codepage, e.g.\n"
+                   "32-126,0x4E00-0x9FA5 (default 32-126, none when --text or --text-file is given alone)")
         ->type_name("LIST");
     app.add_option("--text", request.sampleText,
                    "A UTF-8 sample text, such as the firmware's UI strings: its characters join the list\n"
-                   "after the --chars codes, as their bytes in the codepage; line breaks and tabs are\n"
-                   "skipped; letters typed as a base and combining marks count as one, e.g.\n"
-                   "--text 'Menu Settings 12:45'")
+                   "after the --chars codes, as their bytes in the codepage (as themselves in a packed\n"
+                   "font without --codepage); line breaks and tabs are skipped; letters typed as a base\n"
+                   "and combining marks count as one, e.g. --text 'Menu Settings 12:45'")
         ->type_name("TEXT");
+    app.add_option("--text-file", request.textFiles,
+                   "A UTF-8 file, such as the firmware's strings or translations: every character joins\n"
+                   "the list as --text takes it, a leading byte order mark skipped; may be given more\n"
+                   "than once, e.g. --text-file strings/zh.txt")
+        ->type_name("FILE")
+        ->take_all()
+        ->allow_extra_args(false);
     app.add_option_function<std::string>(
            "--codepage",
            [&request](const std::string& name) {
@@ -212,16 +223,17 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                for (const std::string& text : sets) {
                    std::optional<GlyphSetArgument> set = SplitGlyphSet(text);
                    if (!set)
-                       throw CLI::ValidationError("--glyphs", Quoted(text) + " is not FONT:LIST or FONT:LIST=>BYTE");
+                       throw CLI::ValidationError("--glyphs", Quoted(text) + " is not FONT:LIST or FONT:LIST=>CODE");
                    request.glyphSets.push_back(std::move(*set));
                }
            },
            "Also exports the characters LIST names (Unicode code points, as in --chars, e.g.\n"
-           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\" (FONT@PX: drawn\n"
-           "PX pixels high); with =>BYTE under consecutive codes from BYTE on, else under their\n"
-           "bytes in the codepage. May be given more than once, e.g.\n"
+           "0xF240-0xF244) with the glyphs of FONT, the path before the last \":\" (FONT#N: face N\n"
+           "of a collection; FONT@PX: drawn PX pixels high); with =>CODE under consecutive codes\n"
+           "from CODE on, else under their bytes in the codepage (their own code points in a\n"
+           "packed font without --codepage). May be given more than once, e.g.\n"
            "--glyphs fontawesome-webfont.ttf:0xF240-0xF244=>0x80")
-        ->type_name("FONT:LIST[=>BYTE]")
+        ->type_name("FONT:LIST[=>CODE]")
         ->take_all()
         ->allow_extra_args(false);
     app.add_option_function<std::vector<std::string>>(
@@ -231,8 +243,8 @@ std::optional<int> ParseCommandLine(int argc, char** argv, ExportRequest& reques
                    request.fallbacks.push_back(SplitFontHeight(font));
            },
            "A character the main font has no glyph for is taken from the first of these fonts\n"
-           "that has one (FONT@PX: drawn PX pixels high); may be given more than once, e.g.\n"
-           "--fallback NotoSans-Regular.ttf@14")
+           "that has one (FONT#N: face N of a collection; FONT@PX: drawn PX pixels high); may be\n"
+           "given more than once, e.g. --fallback NotoSansCJK-Regular.ttc#2@16")
         ->type_name("FONT")
         ->take_all()
         ->allow_extra_args(false);

@@ -80,12 +80,12 @@ std::optional<std::string> BitmapFontWarning(const ExportRequest& request, const
 
 } // namespace
 
-void OpenFonts(const ExportRequest& request, const ExportPlan& plan, ExportFonts& fonts, ExportReport& report)
+void OpenFonts(const ExportPlan& plan, ExportFonts& fonts, ExportReport& report)
 {
     for (size_t i = 0; i < plan.fontPaths.size(); ++i) {
         const std::string& path = plan.fontPaths[i];
         fonts.push_back(std::make_unique<FTFont>());
-        LoadFont(*fonts.back(), path, i == 0 ? request.faceIndex : 0, report);
+        LoadFont(*fonts.back(), path, plan.fontFaces[i], report);
         SetSize(*fonts.back(), path, plan.fontHeights[i], i == 0, report);
     }
 }

@@ -13,9 +13,9 @@
 // The fonts of an export, as ExportPlan::fontPaths lists them, each set to the export size.
 using ExportFonts = std::vector<std::unique_ptr<FTFont>>;
 
-// Opens every font of the plan (--face for the main font) and sets its size. Throws
+// Opens every font of the plan, each its face (FONT#N), and sets its size. Throws
 // FTException on the first that fails, with which file and why in `report`.
-void OpenFonts(const ExportRequest& request, const ExportPlan& plan, ExportFonts& fonts, ExportReport& report);
+void OpenFonts(const ExportPlan& plan, ExportFonts& fonts, ExportReport& report);
 
 // Gives each character the main font has no glyph for to the first fallback font that
 // has one. Fails when a --glyphs character has no glyph in its font, or when no character

@@ -62,7 +62,8 @@ std::optional<std::string> PlanCharacters(const ExportRequest& request, ExportPl
     if (listMessage)
         return listMessage;
     plan.characters = ListExportCharacters(codes, plan.options.codepage);
-    const Codepage codepage = request.codepage.value_or(Codepage::Latin1());
+    const Codepage latin1 = Codepage::Latin1();
+    const Codepage* codepage = request.UnicodeCodes() ? nullptr : request.codepage ? &*request.codepage : &latin1;
     if (auto message = AddGlyphSets(request.glyphSets, codepage, plan.characters, report.context))
         return message;
     if (plan.characters.empty()) {
@@ -82,6 +83,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
         options.rotations = *request.rotations;
     options.format = request.format;
     options.packed = request.pack;
+    options.packed.keys = request.UnicodeCodes() ? packed::Keys::Unicode : packed::Keys::Bytes;
     // Beyond the desktop's output, tables compile whatever the signedness of char.
     if (request.GoesBeyondDesktop())
         options.prevCharStyle = PrevCharStyle::CharLiteral;
@@ -90,7 +92,7 @@ ExportOptions OptionsOf(const ExportRequest& request)
 
 std::optional<std::string> PlanOutput(const ExportRequest& request, ExportPlan& plan, ExportReport& report)
 {
-    OutputLocation output = SplitOutputPath(WithoutSourceEnding(request.outputPath, request.format));
+    OutputLocation output = SplitOutputPath(request.outputPath, request.format);
     SanitizeBaseName(output.baseName);
     if (output.baseName == kConsumerHeaderName) {
         report.context.push_back(
@@ -126,6 +128,7 @@ std::optional<std::string> AddExtraFont(const ExtraFont& font, const std::string
     }
     plan.fontPaths.push_back(font.path);
     plan.fontHeights.push_back(height);
+    plan.fontFaces.push_back(font.face);
     return std::nullopt;
 }
 
@@ -133,6 +136,7 @@ std::optional<std::string> PlanFonts(const ExportRequest& request, ExportPlan& p
 {
     plan.fontPaths = {request.fontPath};
     plan.fontHeights = {plan.height};
+    plan.fontFaces = {request.faceIndex};
     for (const GlyphSetArgument& set : request.glyphSets) {
         if (auto message = AddExtraFont(set.font, "--glyphs", plan, report))
             return message;

@@ -19,6 +19,7 @@ struct ExportPlan
     // The main font, then the font of each --glyphs set, then the fallback fonts in order.
     std::vector<std::string> fontPaths;
     std::vector<unsigned> fontHeights; // the pixel height of each font of fontPaths
+    std::vector<long> fontFaces;       // the face of each font of fontPaths
     size_t firstFallback = 1;          // index of the first fallback font in fontPaths
     ExportOptions options;
     std::string baseName;                 // sanitized: names the pair and its identifiers

@@ -8,14 +8,15 @@
 #include <string>
 #include <vector>
 
-// --glyphs FONT[@PX]:LIST[=>BYTE]: the characters LIST names, taken from FONT, under the
-// bytes from BYTE on or, without it, under their bytes in the codepage.
+// --glyphs FONT[#FACE][@PX]:LIST[=>CODE]: the characters LIST names, taken from FONT, under
+// the codes from CODE on or, without it, under their bytes in the codepage (their own code
+// points in a Unicode font).
 struct GlyphSetArgument
 {
     std::string asTyped;
     ExtraFont font;
     std::string list;
-    std::optional<std::string> firstByte;
+    std::optional<std::string> firstByte; // CODE as typed
 };
 
 // One export as the command line asks for it, every value still as typed except the
@@ -29,6 +30,8 @@ struct ExportRequest
     std::optional<std::string> charsText;
     // A UTF-8 sample text whose characters join the list.
     std::optional<std::string> sampleText;
+    // UTF-8 files, such as the firmware's strings, whose characters join the list after the text's.
+    std::vector<std::string> textFiles;
     // The 8-bit codepage the codes are bytes of; absent: every code is its own character.
     std::optional<Codepage> codepage;
     long faceIndex = 0;
@@ -51,10 +54,17 @@ struct ExportRequest
     FontFormat format = FontFormat::Ds;
     PackOptions pack; // with FontFormat::Packed
 
+    // Whether the codes are Unicode code points, as a packed font without a codepage has
+    // them; otherwise bytes.
+    bool UnicodeCodes() const { return format == FontFormat::Packed && !codepage; }
+
+    // Whether the text or text files give characters.
+    bool HasTexts() const { return sampleText || !textFiles.empty(); }
+
     // Whether any option changes the files from what the desktop program writes.
     bool GoesBeyondDesktop() const
     {
-        return sampleText || codepage || faceIndex != 0 || kerningGiven || renderGiven || !glyphSets.empty() ||
+        return HasTexts() || codepage || faceIndex != 0 || kerningGiven || renderGiven || !glyphSets.empty() ||
                !fallbacks.empty() || rotations || format != FontFormat::Ds;
     }
 };

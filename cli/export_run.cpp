@@ -45,7 +45,7 @@ std::optional<std::string> RunExport(const ExportRequest& request, ExportReport&
     CharacterInProgress inProgress;
     try {
         ExportFonts fonts;
-        OpenFonts(request, plan, fonts, report);
+        OpenFonts(plan, fonts, report);
         if (auto message = ChooseGlyphs(request, plan, fonts, report))
             return message;
         return WriteExport(request, plan, fonts, inProgress, report);

@@ -42,7 +42,7 @@ void ExportStats::FontPacked(const PackedFont& font)
     flashParts = {{"font record", kPackedFontRecordBytes},
                   {"glyph records", font.records.size()},
                   {"pixels", font.pixels.size()},
-                  {"code lookup", font.ranges.size()},
+                  {"code lookup", font.blocks.size()},
                   {"kerning", font.kerning.size()}};
 }
 

@@ -12,7 +12,8 @@ void AddFormatOptions(CLI::App& app, ExportRequest& request)
            },
            "ds (the desktop program's .cpp/.h pair: 8-bit pixels in four rotations for ds_font.h)\n"
            "or packed (a .c/.h pair for the C runtime veltrane_font.h: each glyph stored once in\n"
-           "--bpp bits a pixel, compressed, drawn in any of the four rotations), any letter case,\n"
+           "--bpp bits a pixel, compressed, drawn in any of the four rotations; keyed by Unicode\n"
+           "code point and drawn from UTF-8 texts, or by byte with --codepage), any letter case,\n"
            "e.g. --format packed out/Small.c (default ds)")
         ->type_name("FORMAT");
     app.add_option_function<std::string>(

@@ -5,7 +5,9 @@
 #include "cli/export_report.h"
 #include "cli/unread_pieces.h"
 
-#include <array>
+#include "charset/exportable_codes.h"
+
+#include <unordered_map>
 #include <set>
 
 namespace {
@@ -13,8 +15,8 @@ namespace {
 constexpr const char* kInvalidCharsMessage = "Invalid character codes !";
 constexpr const char* kByteArrow = "=>";
 
-// Who gives each byte so far, for the message when a second source would give it too.
-using Claims = std::array<std::string, 256>;
+// Who gives each code so far, for the message when a second source would give it too.
+using Claims = std::unordered_map<uint32_t, std::string>;
 
 std::string SetName(const GlyphSetArgument& set)
 {
@@ -81,7 +83,7 @@ std::optional<std::string> CheckListed(const GlyphSetArgument& set, const CharCo
     return std::nullopt;
 }
 
-std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned font, const Codepage& codepage,
+std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned font, const Codepage* codepage,
                                        Claims& claims, ExportCharacters& characters, std::vector<std::string>& context)
 {
     std::vector<std::string> unread;
@@ -100,14 +102,21 @@ std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned fon
     }
     uint64_t nextByte = firstByte;
     ExportCharacters fromSet;
+    const CodeSpace space = codepage ? CodeSpace::Bytes : CodeSpace::Unicode;
+    if (auto message = FindUnexportableCode(listed, CodeSpace::Unicode)) {
+        context.push_back("in " + SetName(set));
+        return message;
+    }
     for (uint32_t character : listed) {
         uint64_t byte = nextByte++;
-        if (!set.firstByte) {
-            const std::optional<uint8_t> inCodepage = codepage.ByteOf(character);
+        if (!set.firstByte && !codepage) {
+            byte = character;
+        } else if (!set.firstByte) {
+            const std::optional<uint8_t> inCodepage = codepage->ByteOf(character);
             if (!inCodepage) {
                 context.push_back("give " + SetName(set) + " a byte to start from, e.g. " + FontAsTyped(set) + ":" +
                                   set.list + "=>0x80");
-                return "Character " + NamedCharacter(character) + " is not in " + codepage.Name() + " !";
+                return "Character " + NamedCharacter(character) + " is not in " + codepage->Name() + " !";
             }
             byte = *inCodepage;
         }
@@ -116,10 +125,10 @@ std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned fon
                               " under byte 0, which ends a C string; give it a byte from 1 on with =>BYTE");
             return kInvalidCharsMessage;
         }
-        if (byte > 255) {
-            context.push_back(SetName(set) + " places " + std::to_string(listed.size()) + " characters from byte " +
+        if (auto message = FindUnexportableCode({static_cast<uint32_t>(std::min<uint64_t>(byte, UINT32_MAX))}, space)) {
+            context.push_back(SetName(set) + " places " + std::to_string(listed.size()) + (space == CodeSpace::Bytes ? " characters from byte " : " characters from code ") +
                               std::to_string(firstByte) + " on");
-            return "Character code " + std::to_string(byte) + " is above 255 and cannot be exported !";
+            return message;
         }
         if (!claims[byte].empty() && claims[byte] != SetName(set)) {
             context.push_back("by " + claims[byte] + " and by " + SetName(set));
@@ -135,7 +144,7 @@ std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned fon
 
 } // namespace
 
-std::optional<std::string> AddGlyphSets(const std::vector<GlyphSetArgument>& sets, const Codepage& codepage,
+std::optional<std::string> AddGlyphSets(const std::vector<GlyphSetArgument>& sets, const Codepage* codepage,
                                         ExportCharacters& characters, std::vector<std::string>& context)
 {
     Claims claims;

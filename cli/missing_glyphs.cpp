@@ -4,8 +4,8 @@
 #include "charset/unicode_text.h"
 #include "cli/export_report.h"
 
-#include <algorithm>
-#include <array>
+#include <iterator>
+#include <map>
 
 namespace {
 
@@ -23,38 +23,30 @@ std::string FontEncodingNote(const FTFont& font, const Codepage* codepage)
     return " (the font is encoded in " + own->Name() + suggestion + ")";
 }
 
-std::string CodeRanges(const std::array<bool, 256>& missing)
+// Missing codes in ascending order, each with its character.
+using MissingCodes = std::map<uint32_t, char32_t>;
+
+std::string CodeRanges(const MissingCodes& missing)
 {
     std::string ranges;
-    for (unsigned first = 0; first < missing.size(); ++first) {
-        if (!missing[first])
-            continue;
-        unsigned last = first;
-        while (last + 1 < missing.size() && missing[last + 1])
+    for (auto run = missing.begin(); run != missing.end();) {
+        auto last = run;
+        while (std::next(last) != missing.end() && std::next(last)->first == last->first + 1)
             ++last;
-        if (!ranges.empty())
-            ranges += ", ";
-        ranges += std::to_string(first);
-        if (last != first) {
-            ranges += '-';
-            ranges += std::to_string(last);
-        }
-        first = last;
+        ranges += (ranges.empty() ? "" : ", ") + std::to_string(run->first);
+        if (last != run)
+            ranges += "-" + std::to_string(last->first);
+        run = std::next(last);
     }
     return ranges;
 }
 
 // "207 "П" (U+041F), 240 "р" (U+0440)", in code order.
-std::string NamedCodes(const std::array<bool, 256>& missing, const ExportCharacters& characters)
+std::string NamedCodes(const MissingCodes& missing)
 {
-    std::array<const ExportCharacter*, 256> byCode{};
-    for (const ExportCharacter& listed : characters)
-        byCode[listed.code] = &listed;
     std::string named;
-    for (unsigned code = 0; code < missing.size(); ++code) {
-        if (missing[code] && byCode[code] != nullptr)
-            named += (named.empty() ? "" : ", ") + std::to_string(code) + " " + NamedCharacter(byCode[code]->character);
-    }
+    for (const auto& [code, character] : missing)
+        named += (named.empty() ? "" : ", ") + std::to_string(code) + " " + NamedCharacter(character);
     return named;
 }
 
@@ -63,14 +55,12 @@ std::string NamedCodes(const std::array<bool, 256>& missing, const ExportCharact
 MissingGlyphs FindMissingGlyphs(const std::vector<FTFont*>& fonts, const ExportCharacters& characters,
                                 const Codepage* codepage)
 {
-    std::array<bool, 256> missing{};
+    MissingCodes missing;
     for (const ExportCharacter& listed : characters)
-        missing[listed.code] = fonts.at(listed.font)->GlyphIndex(listed.character) == 0;
-
-    const size_t count = static_cast<size_t>(std::count(missing.begin(), missing.end(), true));
-    const std::string codes = count <= kMaxNamedCodes ? NamedCodes(missing, characters) : CodeRanges(missing);
-    const bool all = std::all_of(characters.begin(), characters.end(),
-                                 [&](const ExportCharacter& listed) { return missing[listed.code]; });
+        if (fonts.at(listed.font)->GlyphIndex(listed.character) == 0)
+            missing.emplace(listed.code, listed.character);
+    const std::string codes = missing.size() <= kMaxNamedCodes ? NamedCodes(missing) : CodeRanges(missing);
+    const bool all = missing.size() == characters.size();
     return {codes, all, FontEncodingNote(*fonts.front(), codepage)};
 }
 

@@ -1,19 +1,11 @@
 #include "cli/output_name.h"
 
 #include "cli/export_report.h"
+#include "export/desktop/export_settings.h"
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 namespace {
-
-bool EndsWithAnyCase(const std::string& text, const std::string& ending)
-{
-    return text.size() >= ending.size() &&
-           std::equal(ending.begin(), ending.end(), text.end() - static_cast<std::ptrdiff_t>(ending.size()),
-                      [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == std::tolower(b); });
-}
 
 std::string EndingsText(FontFormat format)
 {
@@ -24,21 +16,6 @@ std::string EndingsText(FontFormat format)
 }
 
 } // namespace
-
-std::vector<std::string> SourceFileEndings(FontFormat format)
-{
-    if (format == FontFormat::Packed)
-        return {".c", ".cpp"};
-    return {".cpp"};
-}
-
-std::string WithoutSourceEnding(const std::string& path, FontFormat format)
-{
-    for (const std::string& ending : SourceFileEndings(format))
-        if (EndsWithAnyCase(path, ending))
-            return path.substr(0, path.size() - ending.size());
-    return path;
-}
 
 // Empty, ending in "/" or an existing directory (through links).
 static bool NamesDirectory(const std::string& path)
@@ -54,9 +31,8 @@ std::optional<std::string> WhyNotASourceFile(const std::string& path, FontFormat
     if (NamesDirectory(path))
         return Quoted(path) + " names a directory; give the source file" + example;
     const std::string name = path.substr(path.rfind('/') + 1);
-    const auto ending =
-        std::find_if(endings.begin(), endings.end(), [&](const std::string& e) { return EndsWithAnyCase(name, e); });
-    if (ending == endings.end())
+    const std::optional<std::string> ending = SourceEndingOf(name, format);
+    if (!ending)
         return Quoted(path) + " does not end in " + EndingsText(format) + "; give the source file" + example;
     if (name.size() == ending->size())
         return Quoted(path) + " has no name before " + *ending + "; give the source file" + example;

@@ -1,6 +1,7 @@
 # veltrane_add_bitmap_font(<target> FONT <file> [NAME <base>] [HEIGHT <h>] [CHARS <text>]
 #                          [ROTATIONS <r>...] [OUTPUT_DIR <dir>] [PROOF <png>]
-#                          [GLYPHS <file>:<list>[=><byte>]...] [FALLBACK <file>...]
+#                          [GLYPHS <file>:<list>[=><code>]...] [FALLBACK <file>...]
+#                          [TEXT_FILES <file>...]
 #                          [FORMAT ds|packed [BPP 1|2|4|8] [COMPRESS auto|none]]
 #                          [OPTIONS <exporter arguments>...])
 #
@@ -21,10 +22,15 @@
 #               default: veltrane_fonts there)
 #   PROOF       also draw a proof image of the exported font, e.g. PROOF banner_font.png
 #               (relative: to <dir>); its text can follow in OPTIONS --proof-text <text>
-#   GLYPHS      characters from other fonts, each <file>:<list>[=><byte>] as --glyphs takes
+#   GLYPHS      characters from other fonts, each <file>:<list>[=><code>] as --glyphs takes
 #               it, e.g. GLYPHS fonts/fontawesome-webfont.ttf:0xF240-0xF244=>0x80 (<file>
-#               relative: to the current source directory)
-#   FALLBACK    fonts to take a character from that FONT has no glyph for, in order
+#               relative: to the current source directory; <file>#<face> a face of a
+#               collection, <file>@<px> a height of its own)
+#   FALLBACK    fonts to take a character from that FONT has no glyph for, in order, each
+#               <file>[#<face>][@<px>] as GLYPHS has it, e.g. NotoSansCJK-Regular.ttc#2
+#   TEXT_FILES  UTF-8 files, such as the firmware's strings, whose every character is
+#               exported, as --text-file takes them (relative: to the current source
+#               directory); with FORMAT packed any character, e.g. TEXT_FILES strings/zh.txt
 #   FORMAT      packed writes <dir>/<base>.c and .h instead, a font_<base> drawn in all four
 #               rotations by the C runtime, which <target> then links (veltrane::font_runtime;
 #               the project must enable C); BPP (default 4) and COMPRESS (default auto) choose
@@ -37,7 +43,7 @@
 # HEIGHT, ROTATIONS and the values of --height, --rotations, --kerning and --hinting in
 # OPTIONS are checked at configure time, with the exporter's words.
 #
-# The export runs again when a font or the exporter changes. The exporter leaves files
+# The export runs again when a font, a text file or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the
 # pair as byproducts, so that neither make nor Ninja then recompiles the font.
 include(${CMAKE_CURRENT_LIST_DIR}/VeltraneFontArguments.cmake)
@@ -65,10 +71,28 @@ function(veltrane_add_font_runtime)
   add_library(veltrane::font_runtime ALIAS veltrane_font_runtime)
 endfunction()
 
+# An extra font as GLYPHS and FALLBACK take it, <file>[#<face>][@<px>]: the file, absolute
+# (relative: to the current source directory), in <file_var>, and the exporter's argument,
+# the same path with its suffixes, in <arg_var>.
+function(_veltrane_extra_font spec file_var arg_var)
+  set(suffix "")
+  if(spec MATCHES "^(.*[^@])(@[0-9][0-9a-fA-FxX]*)$")
+    set(spec "${CMAKE_MATCH_1}")
+    set(suffix "${CMAKE_MATCH_2}")
+  endif()
+  if(spec MATCHES "^(.*[^#])(#[0-9]+)$")
+    set(spec "${CMAKE_MATCH_1}")
+    set(suffix "${CMAKE_MATCH_2}${suffix}")
+  endif()
+  get_filename_component(file "${spec}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+  set(${file_var} "${file}" PARENT_SCOPE)
+  set(${arg_var} "${file}${suffix}" PARENT_SCOPE)
+endfunction()
+
 function(veltrane_add_bitmap_font target)
   set(flags)
   set(single_values FONT NAME HEIGHT OUTPUT_DIR PROOF FORMAT BPP COMPRESS)
-  set(multi_values CHARS ROTATIONS GLYPHS FALLBACK OPTIONS)
+  set(multi_values CHARS ROTATIONS GLYPHS FALLBACK TEXT_FILES OPTIONS)
   cmake_parse_arguments(PARSE_ARGV 1 arg "${flags}" "${single_values}" "${multi_values}")
   set(fn "veltrane_add_bitmap_font(${target})")
   if(arg_UNPARSED_ARGUMENTS)
@@ -132,20 +156,27 @@ function(veltrane_add_bitmap_font target)
     list(JOIN arg_ROTATIONS "," rotations)
     list(APPEND exporter_args --rotations "${rotations}")
   endif()
-  # Every font the export reads is a dependency, so that touching an icon font exports again.
-  set(fonts "${font}")
+  # Every file the export reads is a dependency, so that touching an icon font or editing a
+  # strings file exports again.
+  set(inputs "${font}")
   foreach(set IN LISTS arg_GLYPHS)
     if(NOT set MATCHES "^(.+):([^:]+)$")
-      message(FATAL_ERROR "${fn}: GLYPHS \"${set}\" is not <file>:<list>[=><byte>]")
+      message(FATAL_ERROR "${fn}: GLYPHS \"${set}\" is not <file>:<list>[=><code>]")
     endif()
-    get_filename_component(glyph_font "${CMAKE_MATCH_1}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
-    list(APPEND fonts "${glyph_font}")
-    list(APPEND exporter_args --glyphs "${glyph_font}:${CMAKE_MATCH_2}")
+    set(list "${CMAKE_MATCH_2}")
+    _veltrane_extra_font("${CMAKE_MATCH_1}" glyph_font glyph_font_arg)
+    list(APPEND inputs "${glyph_font}")
+    list(APPEND exporter_args --glyphs "${glyph_font_arg}:${list}")
   endforeach()
   foreach(fallback IN LISTS arg_FALLBACK)
-    get_filename_component(fallback "${fallback}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
-    list(APPEND fonts "${fallback}")
-    list(APPEND exporter_args --fallback "${fallback}")
+    _veltrane_extra_font("${fallback}" fallback_font fallback_arg)
+    list(APPEND inputs "${fallback_font}")
+    list(APPEND exporter_args --fallback "${fallback_arg}")
+  endforeach()
+  foreach(text_file IN LISTS arg_TEXT_FILES)
+    get_filename_component(text_file "${text_file}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
+    list(APPEND inputs "${text_file}")
+    list(APPEND exporter_args --text-file "${text_file}")
   endforeach()
   set(proof)
   if(DEFINED arg_PROOF)
@@ -189,7 +220,7 @@ function(veltrane_add_bitmap_font target)
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${dir}"
     COMMAND VeltraneFontGen::veltrane-fontgen-export ${exporter_args} "${font}" "${dir}/${name}.${source_extension}"
     COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
-    DEPENDS ${fonts} VeltraneFontGen::veltrane-fontgen-export
+    DEPENDS ${inputs} VeltraneFontGen::veltrane-fontgen-export
     COMMENT "Exporting bitmap font ${name} from ${arg_FONT}"
     VERBATIM)
   target_sources("${target}" PRIVATE "${dir}/${name}.${source_extension}" "${dir}/${name}.h" "${stamp}")

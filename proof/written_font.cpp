@@ -2,8 +2,6 @@
 
 void WrittenFont::CharacterWritten(const WrittenCharacter& written)
 {
-    if (written.code >= glyphs.size())
-        return; // no font record can index it
     auto glyph = std::make_unique<WrittenGlyph>();
     glyph->w = written.glyph.bitmap->width;
     glyph->h = written.glyph.bitmap->rows;

@@ -3,9 +3,9 @@
 #include "export/export_listener.h"
 #include "export/ds/pixel_arrays.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 // One character as the source file holds it. The file gives the four rotations' records
@@ -32,10 +32,14 @@ public:
     void FontRecordsWritten(const FontRecordMetrics& metrics) override { this->metrics = metrics; }
 
     // Null for a code the export did not write (the font record's chars entry is null).
-    const WrittenGlyph* Find(uint32_t code) const { return code < glyphs.size() ? glyphs[code].get() : nullptr; }
+    const WrittenGlyph* Find(uint32_t code) const
+    {
+        const auto found = glyphs.find(code);
+        return found == glyphs.end() ? nullptr : found->second.get();
+    }
     const FontRecordMetrics& Metrics() const { return metrics; }
 
 private:
-    std::array<std::unique_ptr<WrittenGlyph>, 256> glyphs;
+    std::unordered_map<uint32_t, std::unique_ptr<WrittenGlyph>> glyphs;
     FontRecordMetrics metrics{};
 };

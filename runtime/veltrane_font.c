@@ -38,45 +38,74 @@ static uint32_t take_run(stream_t* stream)
     return (1u << zeros | take(stream, zeros)) - 1;
 }
 
-/* The glyph's index in the records, or -1 for a code the font lacks. */
-static int find_glyph(const vt_font_t* font, unsigned code)
-{
-    const uint8_t* range = font->ranges;
-    int index = 0;
-    unsigned left;
-    for (left = font->range_count; left; --left, range += 2) {
-        unsigned offset = code - range[0];
-        if (offset <= range[1])
-            return index + (int)offset;
-        index += range[1] + 1;
-    }
-    return -1;
-}
-
-static void read_record(const vt_font_t* font, int index, int32_t* field)
+/* The `count` fields of entry `index` of `data`, `entry_bits` apart, each of bits[f] bits
+ * plus min[f] (0 without `min`). */
+static void read_fields(const uint8_t* data, uint32_t index, unsigned entry_bits, const uint8_t* bits,
+                        const int16_t* min, unsigned count, int32_t* field)
 {
     stream_t stream;
-    int f;
-    start(&stream, font->records, (uint32_t)index * font->record_bits);
-    for (f = 0; f < VT_RECORD_FIELDS; ++f)
-        field[f] = (int32_t)take(&stream, font->field_bits[f]) + font->field_min[f];
+    unsigned f;
+    start(&stream, data, index * entry_bits);
+    for (f = 0; f < count; ++f)
+        field[f] = (int32_t)take(&stream, bits[f]) + (min ? min[f] : 0);
 }
 
-/* The value after `key` in `count` sorted entries `entry_bits` apart from bit `base`,
- * each its key of `key_bits` and then the value; -1 when no entry has that key. */
-static int32_t find_entry(const uint8_t* data, uint32_t base, unsigned count, unsigned entry_bits, unsigned key_bits,
-                          uint32_t key)
+/* The set bits of a byte. */
+static unsigned ones(uint32_t byte)
 {
-    unsigned low = 0, high = count;
+    byte -= byte >> 1 & 0x55;
+    byte = (byte & 0x33) + (byte >> 2 & 0x33);
+    return (byte + (byte >> 4)) & 0x0F;
+}
+
+/* The glyph's index in the records, or -1 for a code the font lacks. */
+static int32_t find_glyph(const vt_font_t* font, uint32_t code)
+{
+    uint32_t low = 0, high = font->block_count, offset;
+    int32_t block[VT_BLOCK_FIELDS], index;
+    stream_t stream;
+    /* The last block that starts at or before the code (the first block when none does,
+     * which then lacks it); a font has at least one block. */
+    while (high - low > 1) {
+        const uint32_t middle = (low + high) >> 1;
+        read_fields(font->blocks, middle, font->block_bits, font->block_field_bits, NULL, 1, block);
+        if ((uint32_t)block[VT_BLOCK_FIRST] <= code)
+            low = middle;
+        else
+            high = middle;
+    }
+    read_fields(font->blocks, low, font->block_bits, font->block_field_bits, NULL, VT_BLOCK_FIELDS, block);
+    offset = code - (uint32_t)block[VT_BLOCK_FIRST];
+    if (offset > (uint32_t)block[VT_BLOCK_LAST])
+        return -1;
+    if (!block[VT_BLOCK_BITMAP])
+        return block[VT_BLOCK_GLYPH] + (int32_t)offset;
+    index = block[VT_BLOCK_GLYPH];
+    start(&stream, font->blocks, (uint32_t)block[VT_BLOCK_BITMAP]);
+    for (; offset >= 8; offset -= 8)
+        index += (int32_t)ones(take(&stream, 8));
+    index += (int32_t)ones(take(&stream, offset));
+    return take(&stream, 1) ? index : -1;
+}
+
+/* The value after the keys in `count` sorted entries `entry_bits` apart from bit `base`,
+ * each `keys` keys of `key_bits` (1 or 2, compared in order) and then the value; -1 when
+ * no entry has those keys. */
+static int32_t find_entry(const uint8_t* data, uint32_t base, uint32_t count, unsigned entry_bits, unsigned key_bits,
+                          unsigned keys, int32_t key, int32_t second_key)
+{
+    uint32_t low = 0, high = count;
     while (low < high) {
-        const unsigned middle = (low + high) >> 1;
+        const uint32_t middle = (low + high) >> 1;
         stream_t stream;
-        uint32_t found;
+        int32_t order;
         start(&stream, data, base + middle * entry_bits);
-        found = take(&stream, key_bits);
-        if (found == key)
-            return (int32_t)take(&stream, entry_bits - key_bits);
-        if (found < key)
+        order = (int32_t)take(&stream, key_bits) - key;
+        if (!order && keys > 1)
+            order = (int32_t)take(&stream, key_bits) - second_key;
+        if (!order)
+            return (int32_t)take(&stream, entry_bits - keys * key_bits);
+        if (order < 0)
             low = middle + 1;
         else
             high = middle;
@@ -84,24 +113,28 @@ static int32_t find_entry(const uint8_t* data, uint32_t base, unsigned count, un
     return -1;
 }
 
-/* The pen adjustment between `left` and the character `right` after it. */
-static int kerning(const vt_font_t* font, unsigned left, unsigned right)
+/* The pen adjustment between the glyphs `left` and `right` after it. */
+static int kerning(const vt_font_t* font, int32_t left, int32_t right)
 {
     const uint8_t* data = font->kerning;
-    const unsigned delta_bits = font->kerning_delta_bits;
+    const unsigned delta_bits = font->kerning_delta_bits, glyph_bits = font->glyph_bits;
     int32_t stored;
     if (!data)
         return 0;
     if (font->kerning_form == VT_KERNING_PAIRS) {
-        stored = find_entry(data, 0, font->kerning_entries[0], 16 + delta_bits, 16, right << 8 | left);
+        /* Both glyphs as one key where a take holds them, else one after the other. */
+        const unsigned one_key = 2 * glyph_bits <= 24;
+        stored = find_entry(data, 0, font->kerning_entries[0], 2 * glyph_bits + delta_bits, glyph_bits << one_key,
+                            2 - one_key, one_key ? right << glyph_bits | left : right, left);
     } else {
-        /* The right code first: most characters have no pair to the left of them. */
-        const int32_t right_class =
-            find_entry(data, font->kerning_rights, font->kerning_entries[1], 8 + font->kerning_class_bits[1], 8, right);
+        /* The right glyph first: most characters have no pair to the left of them. */
+        const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],
+                                               glyph_bits + font->kerning_class_bits[1], glyph_bits, 1, right, 0);
         int32_t left_class;
         stream_t stream;
-        if (right_class < 0 ||
-            (left_class = find_entry(data, 0, font->kerning_entries[0], 8 + font->kerning_class_bits[0], 8, left)) < 0)
+        if (right_class < 0 || (left_class = find_entry(data, 0, font->kerning_entries[0],
+                                                        glyph_bits + font->kerning_class_bits[0], glyph_bits, 1,
+                                                        left, 0)) < 0)
             return 0;
         start(&stream, data,
               font->kerning_deltas +
@@ -160,39 +193,79 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     }
 }
 
-/* Draws the codes from `text` up to `end`, or up to its 0 byte when `end` is null. */
-static int draw_codes(const vt_font_t* font, const uint8_t* text, const uint8_t* end, int x, int y, int rotation,
+/* Not a character: what a byte that starts no well-formed UTF-8 sequence decodes to. */
+#define NO_CODE 0xFFFFFFFFu
+
+/* The character at *text, stepping past it: well-formed UTF-8 as Unicode's Table 3-7 has
+ * it, else NO_CODE and a step of one byte. Never reads past a 0 byte, which no
+ * continuation byte is. */
+static uint32_t next_utf8(const uint8_t** text)
+{
+    const uint8_t* next = *text;
+    uint32_t code = *next++;
+    /* Continuation bytes after the lead byte. */
+    const unsigned count = (code >= 0xC0) + (code >= 0xE0) + (code >= 0xF0);
+    unsigned left = count;
+    if (code >= 0x80) {
+        /* C0 and C1 only start overlong forms, F5 and up codes past U+10FFFF. */
+        if (code < 0xC2 || code > 0xF4)
+            goto skip;
+        code &= 0x3Fu >> count;
+        for (; left; --left) {
+            if ((*next & 0xC0) != 0x80)
+                goto skip;
+            code = code << 6 | (*next++ & 0x3Fu);
+        }
+        /* Overlong forms of three and four bytes, surrogates, codes past U+10FFFF. */
+        if (!(code >> (5 * count + 1)) || (code & 0xFFFFF800u) == 0xD800 || code > 0x10FFFF)
+            goto skip;
+    }
+    *text = next;
+    return code;
+skip:
+    ++*text;
+    return NO_CODE;
+}
+
+/* Draws the text up to its 0 byte or, without a text, the one code. */
+static int draw_codes(const vt_font_t* font, const uint8_t* text, uint32_t code, int x, int y, int rotation,
                       vt_plot_fn plot, void* ctx)
 {
     /* The turn; both 0 for a rotation other than 0, 90, 180 and 270. */
     const int cosine = (rotation == 0) - (rotation == 180), sine = (rotation == 90) - (rotation == 270);
-    int advance = 0, previous = -1;
+    int advance = 0;
+    int32_t previous = -1;
     if (!cosine && !sine)
         return 0;
-    for (; text != end && (end || *text); ++text) {
-        const int index = find_glyph(font, *text);
-        int32_t field[VT_RECORD_FIELDS];
-        if (index < 0)
-            continue;
-        if (previous >= 0)
-            advance += kerning(font, (unsigned)previous, *text);
-        read_record(font, index, field);
-        if (plot)
-            draw_glyph(font, field, x + cosine * advance, y - sine * advance, cosine, sine, plot, ctx);
-        advance += field[VT_FIELD_ADVANCE];
-        previous = *text;
+    while (!text || *text) {
+        int32_t index, field[VT_RECORD_FIELDS];
+        if (text)
+            code = font->keys == VT_KEYS_UNICODE ? next_utf8(&text) : *text++;
+        index = find_glyph(font, code);
+        if (index >= 0) {
+            if (previous >= 0)
+                advance += kerning(font, previous, index);
+            read_fields(font->records, (uint32_t)index, font->record_bits, font->field_bits, font->field_min,
+                        VT_RECORD_FIELDS, field);
+            if (plot)
+                draw_glyph(font, field, x + cosine * advance, y - sine * advance, cosine, sine, plot, ctx);
+            advance += field[VT_FIELD_ADVANCE];
+            previous = index;
+        }
+        if (!text)
+            break;
     }
     return advance;
 }
 
 int vt_draw_text(const vt_font_t* font, const char* text, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
 {
-    return draw_codes(font, (const uint8_t*)text, NULL, x, y, rotation, plot, ctx);
+    return draw_codes(font, (const uint8_t*)text, 0, x, y, rotation, plot, ctx);
 }
 
-int vt_draw_char(const vt_font_t* font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
+int vt_draw_char(const vt_font_t* font, uint32_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
 {
-    return draw_codes(font, &code, &code + 1, x, y, rotation, plot, ctx);
+    return draw_codes(font, NULL, code, x, y, rotation, plot, ctx);
 }
 
 int vt_text_width(const vt_font_t* font, const char* text)

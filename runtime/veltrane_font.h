@@ -46,23 +46,45 @@ enum
     VT_CODING_CHANGES = 4  /* each value XOR the previous pixel's */
 };
 
+/* How vt_draw_text reads a text: as UTF-8, each character a code point, or each byte a code. */
+enum
+{
+    VT_KEYS_BYTES,  /* the codes are bytes of an 8-bit codepage */
+    VT_KEYS_UNICODE /* the codes are Unicode code points, texts UTF-8 */
+};
+
+/* The fields of a block of codes, in the order they are packed. A block covers the codes
+ * from its first to first + last; its glyphs follow each other in the records from glyph
+ * on. Without a bitmap every code of the block has a glyph; with one, bit i of the bitmap
+ * (at bit position `bitmap` of `blocks`) tells whether code first + i has one, and its
+ * glyph comes after those of the set bits before it. */
+enum
+{
+    VT_BLOCK_FIRST,
+    VT_BLOCK_LAST,
+    VT_BLOCK_GLYPH,
+    VT_BLOCK_BITMAP, /* 0: no bitmap */
+    VT_BLOCK_FIELDS
+};
+
 enum
 {
     VT_KERNING_NONE,
-    /* kerning_entries[0] pairs of 8-bit right code, 8-bit left code and a delta, sorted
-     * by right code, then left code */
+    /* kerning_entries[0] pairs of right glyph, left glyph (glyph_bits each, their indexes
+     * in the records) and a delta, sorted by right glyph, then left glyph */
     VT_KERNING_PAIRS,
-    /* kerning_entries[0] left codes with their class, from bit kerning_rights
-     * kerning_entries[1] right codes with theirs (each list sorted by code: 8-bit code,
-     * class of kerning_class_bits[]), from bit kerning_deltas a delta for each left class
+    /* kerning_entries[0] left glyphs with their class, from bit kerning_rights
+     * kerning_entries[1] right glyphs with theirs (each list sorted by glyph: glyph_bits,
+     * then kerning_class_bits[]), from bit kerning_deltas a delta for each left class
      * times kerning_columns right classes */
     VT_KERNING_CLASSES
 };
 
 /* A packed font. Every array is a stream of bits, most significant bit first. A glyph
  * record holds field_bits[f] bits (at most 24) for each field f, the value less
- * field_min[f]; a kerning delta holds kerning_delta_bits bits, the delta less
- * kerning_delta_min. */
+ * field_min[f]; a block holds block_field_bits[f] bits for each field f; a kerning delta
+ * holds kerning_delta_bits bits, the delta less kerning_delta_min. Glyphs are in code
+ * order. */
 typedef struct vt_font
 {
     /* Bytes first, then halves, then words: on a Cortex-M0 each loads from a short offset. */
@@ -71,6 +93,10 @@ typedef struct vt_font
     uint8_t record_bits;
     uint8_t pixel_shift; /* 0, or more where the pixels take more than 2^24 bits */
     uint8_t field_bits[VT_RECORD_FIELDS];
+    uint8_t keys; /* VT_KEYS_* */
+    uint8_t block_bits;
+    uint8_t block_field_bits[VT_BLOCK_FIELDS];
+    uint8_t glyph_bits; /* of a glyph's index in the kerning data */
     uint8_t kerning_form; /* VT_KERNING_* */
     uint8_t kerning_class_bits[2];
     uint8_t kerning_delta_bits;
@@ -79,14 +105,14 @@ typedef struct vt_font
     int16_t ascender;
     int16_t descender; /* negative below the baseline */
     int16_t field_min[VT_RECORD_FIELDS];
-    uint16_t range_count;
-    uint16_t kerning_entries[2];
     uint16_t kerning_columns;
+    uint32_t block_count;
+    uint32_t kerning_entries[2];
     const uint8_t* records; /* a record for each glyph, record_bits apart */
     const uint8_t* pixels;
-    const uint8_t* ranges; /* runs of consecutive codes: first code, count less 1 */
+    const uint8_t* blocks; /* the blocks, block_bits apart, sorted by first code; then bitmaps */
     const uint8_t* kerning;
-    uint32_t kerning_rights; /* bit position of the right codes' list (classes) */
+    uint32_t kerning_rights; /* bit position of the right glyphs' list (classes) */
     uint32_t kerning_deltas; /* bit position of the deltas (classes) */
 } vt_font_t;
 
@@ -94,9 +120,12 @@ typedef void (*vt_plot_fn)(void* ctx, int x, int y, uint8_t coverage);
 
 /* Draws one character with the pen at (x, y); returns its advance, or 0 for a code the
  * font lacks or a rotation other than 0, 90, 180 and 270. */
-int vt_draw_char(const vt_font_t* font, uint8_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx);
-/* Draws a text, its bytes the font's codes, kerned; skips codes the font lacks. Returns
- * the advance of the whole text, or 0 for a rotation other than 0, 90, 180 and 270. */
+int vt_draw_char(const vt_font_t* font, uint32_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx);
+/* Draws a text up to its 0 byte, kerned: UTF-8 for a font of VT_KEYS_UNICODE, each byte a
+ * code for one of VT_KEYS_BYTES. Skips codes the font lacks and, in UTF-8, each byte that
+ * does not start a well-formed sequence (then decoding goes on at the next byte); the
+ * characters drawn either side of what is skipped kern as neighbours. Returns the advance
+ * of the whole text, or 0 for a rotation other than 0, 90, 180 and 270. */
 int vt_draw_text(const vt_font_t* font, const char* text, int x, int y, int rotation, vt_plot_fn plot, void* ctx);
 /* The advance vt_draw_text gives the text, without drawing. */
 int vt_text_width(const vt_font_t* font, const char* text);

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds FreeType, HarfBuzz, libpng, zlib and utf8proc for WebAssembly into PREFIX, from
+# Builds FreeType, HarfBuzz, Brotli, libpng, zlib and utf8proc for WebAssembly into PREFIX, from
 # Debian's source packages of the very versions the native build links (those of the
 # installed -dev packages), so that the page renders as the command line does.
 # Each library is built once: a stamp naming its source version skips it afterwards.
@@ -29,15 +29,22 @@ fetch() {
     rm -rf "$src_dir/fetch" && mkdir -p "$src_dir/fetch"
     # A version the mirrors no longer serve (a security update since) gives way to another
     # Debian revision of the same upstream release.
-    local candidates=("$version") v
+    local candidates=("$version")
     candidates+=($(apt-cache showsrc "$pkg" | sed -n 's/^Version: //p' | grep -F "${version%-*}-" || true))
+    # apt-get source PKG=VERSION may take the files of a later revision in another suite
+    # (brotli=1.0.9-2 fetches 1.0.9-2+deb12u1), so a version is also asked for by the
+    # suite whose Sources list it: PKG/SUITE.
+    local v request
     for v in "${candidates[@]}"; do
-      if (cd "$src_dir/fetch" && apt-get source -q "$pkg=$v" >"$src_dir/fetch.log" 2>&1); then
-        [[ $v == "$version" ]] || echo "Using the source of $pkg $v" >&2
-        break
-      fi
+      for request in "$pkg=$v" $(apt-cache madison "$pkg" | awk -F' [|] ' -v pkg="$pkg" -v v="$v" \
+          '{ gsub(/ /, "", $2) } $2 == v && / Sources$/ { split($3, a, " "); split(a[2], s, "/"); print pkg "/" s[1] }'); do
+        if (cd "$src_dir/fetch" && apt-get source -q "$request" >"$src_dir/fetch.log" 2>&1); then
+          [[ $v == "$version" ]] || echo "Using the source of $pkg $v" >&2
+          break 2
+        fi
+        rm -rf "$src_dir/fetch" && mkdir -p "$src_dir/fetch"
+      done
       echo "No source of $pkg $v on the mirrors" >&2
-      rm -rf "$src_dir/fetch" && mkdir -p "$src_dir/fetch"
     done
     local unpacked
     unpacked=$(find "$src_dir/fetch" -mindepth 1 -maxdepth 1 -type d | head -1)
@@ -113,19 +120,42 @@ EOF
   stamp utf8proc "$version"
 }
 
-# FreeType as Debian configures it for rendering: zlib and libpng, no HarfBuzz (Debian's
-# libfreetype6 links none); no Brotli (WOFF2 only) or bzip2 (.bz2 bitmap fonts only).
+# Brotli's decoder, which FreeType needs for WOFF2 fonts. Its common part goes into the
+# same archive, so that FreeType's CMake package, which names libbrotlidec alone, links.
+build_brotli() {
+  local version dir
+  version=$(source_of libbrotli-dev)
+  built brotli "$version" && return
+  echo "Building Brotli ($version) for WebAssembly"
+  dir=$(fetch libbrotli-dev)
+  EXTRA_CFLAGS="-I$dir/c/include" archive libbrotlidec "$dir/c" common/constants.c common/context.c \
+    common/dictionary.c common/platform.c common/transform.c dec/bit_reader.c dec/decode.c dec/huffman.c dec/state.c
+  mkdir -p "$prefix/include/brotli"
+  cp "$dir"/c/include/brotli/{decode,port,types}.h "$prefix/include/brotli/"
+  cat >"$prefix/lib/pkgconfig/libbrotlidec.pc" <<EOF
+Name: libbrotlidec
+Description: Brotli decoder library (WebAssembly)
+Version: ${version#*=}
+Libs: -L$prefix/lib -lbrotlidec
+Cflags: -I$prefix/include
+EOF
+  stamp brotli "$version"
+}
+
+# FreeType as Debian configures it for rendering: zlib, libpng and Brotli (WOFF2 fonts), no
+# HarfBuzz (Debian's libfreetype6 links none); no bzip2 (.bz2 bitmap fonts only). Its stamp
+# names Brotli's version too, so that a FreeType built without it is built again.
 build_freetype() {
   local version dir
-  version=$(source_of libfreetype-dev)
+  version="$(source_of libfreetype-dev) $(source_of libbrotli-dev)"
   built freetype "$version" && return
   echo "Building FreeType ($version) for WebAssembly"
   dir=$(fetch libfreetype-dev)
   rm -rf "$web_dir/obj/freetype"
   emcmake cmake -S "$dir" -B "$web_dir/obj/freetype" -DCMAKE_BUILD_TYPE=Release -DCMAKE_C_FLAGS_RELEASE="$cflags" \
     -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_FIND_ROOT_PATH="$prefix" -DCMAKE_PREFIX_PATH="$prefix" \
-    -DFT_REQUIRE_ZLIB=ON -DFT_REQUIRE_PNG=ON -DFT_DISABLE_HARFBUZZ=ON -DFT_DISABLE_BROTLI=ON \
-    -DFT_DISABLE_BZIP2=ON -DZLIB_LIBRARY="$prefix/lib/libz.a" -DZLIB_INCLUDE_DIR="$prefix/include" \
+    -DFT_REQUIRE_ZLIB=ON -DFT_REQUIRE_PNG=ON -DFT_DISABLE_HARFBUZZ=ON -DFT_REQUIRE_BROTLI=ON \
+    -DFT_DISABLE_BZIP2=ON -DBROTLIDEC_INCLUDE_DIRS="$prefix/include" -DBROTLIDEC_LIBRARIES="$prefix/lib/libbrotlidec.a" -DZLIB_LIBRARY="$prefix/lib/libz.a" -DZLIB_INCLUDE_DIR="$prefix/include" \
     -DPNG_LIBRARY="$prefix/lib/libpng16.a" -DPNG_PNG_INCLUDE_DIR="$prefix/include" >/dev/null
   cmake --build "$web_dir/obj/freetype" -j 1 >/dev/null
   cmake --install "$web_dir/obj/freetype" >/dev/null
@@ -167,6 +197,7 @@ install_cli11() {
 build_zlib
 build_libpng
 build_utf8proc
+build_brotli
 build_freetype
 build_harfbuzz
 install_cli11

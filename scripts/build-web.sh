@@ -13,12 +13,22 @@ export NODE_PATH=/usr/share/nodejs${NODE_PATH:+:$NODE_PATH}
 
 scripts/build-web-libs.sh "$web_dir"
 
+# Codepages as glibc's iconv reads them: the page's C library has an iconv of its own, which
+# lacks some and reads others otherwise, so the engine reads tables made here instead.
+mkdir -p "$web_dir/codepages"
+g++ -std=c++20 -O1 -I. charset/make_codepage_tables.cpp charset/codepage_iconv.cpp charset/codepage_name.cpp \
+  -o "$web_dir/codepages/make_codepage_tables"
+iconv --list | "$web_dir/codepages/make_codepage_tables" >"$web_dir/codepages/tables.cpp.new"
+cmp -s "$web_dir/codepages/tables.cpp.new" "$web_dir/codepages/tables.cpp" ||
+  mv "$web_dir/codepages/tables.cpp.new" "$web_dir/codepages/tables.cpp"
+
 # Only the prefix's packages: a cross build must not take the machine's own libraries.
 export PKG_CONFIG_LIBDIR=$prefix/lib/pkgconfig
 export PKG_CONFIG_PATH=
 emcmake cmake -S . -B "$web_dir/engine" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS="-fexceptions -include $PWD/web/compat/libcxx14_gaps.h" \
   -DCMAKE_FIND_ROOT_PATH="$prefix" -DCMAKE_PREFIX_PATH="$prefix" -DCLI11_DIR="$prefix/share/cmake/CLI11" \
-  -DVELTRANE_BUILD_GUI=OFF -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_INSTALL=OFF >/dev/null
+  -DVELTRANE_BUILD_GUI=OFF -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_INSTALL=OFF \
+  -DVELTRANE_CODEPAGE_TABLES="$web_dir/codepages/tables.cpp" >/dev/null
 cmake --build "$web_dir/engine" -j "$jobs" --target veltrane-fontgen-export
 
 site=$web_dir/site

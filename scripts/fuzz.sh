@@ -14,6 +14,7 @@ targets=(
   char_range_parser
   font_export
   export_arguments
+  runtime_text
 )
 # Options of one target beyond the common ones. A font input is written to a file and
 # exported four times, so it gets a size cap well above its seeds and a time limit per input.
@@ -22,6 +23,7 @@ targets=(
 declare -A target_options=(
   [font_export]="-max_len=16384 -timeout=20"
   [export_arguments]="-max_len=1024 -close_fd_mask=3"
+  [runtime_text]="-max_len=256"
 )
 
 for name in "${targets[@]}"; do

@@ -5,19 +5,20 @@ set -euo pipefail
 
 build_pkgs=(cmake g++ make pkg-config libwxgtk3.2-dev libfreetype-dev libharfbuzz-dev libpng-dev libcli11-dev libutf8proc-dev
             fonts-dejavu-core help2man)
-test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb fonts-noto-core fonts-noto-cjk fonts-roboto-unhinted
-           desktop-file-utils valgrind xfonts-base fonts-font-awesome gcc-arm-none-eabi libnewlib-arm-none-eabi
-           qemu-system-arm)
+test_pkgs=(libgtest-dev xvfb xauth xdotool imagemagick x11-utils fonts-terminus-otb fonts-noto-core fonts-roboto-unhinted
+           desktop-file-utils valgrind xfonts-base fonts-font-awesome fonts-firacode gcc-arm-none-eabi
+           libnewlib-arm-none-eabi qemu-system-arm fonts-noto-cjk)
 clang_pkgs=(clang)
 fuzz_pkgs=(clang libclang-rt-14-dev)
-bench_pkgs=(libbenchmark-dev)
+bench_pkgs=(libbenchmark-dev python3-fonttools)
 font_pkgs=(python3-fonttools)
 package_pkgs=(dpkg-dev file)
 format_pkgs=(clang-format)
-# The web page: emscripten, the libraries' -dev packages (it builds their versions from source,
-# which apt-get source fetches with dpkg-dev) and a browser for its tests.
-web_pkgs=(emscripten dpkg-dev chromium fonts-dejavu-core libcli11-dev libfreetype-dev libharfbuzz-dev libpng-dev
-          libutf8proc-dev zlib1g-dev)
+# The web page: emscripten, g++ (its codepage tables are made from glibc's iconv), the libraries'
+# -dev packages (it builds their versions from source, which apt-get source fetches with dpkg-dev)
+# and a browser for its tests.
+web_pkgs=(emscripten dpkg-dev g++ chromium fonts-dejavu-core libbrotli-dev libcli11-dev libfreetype-dev libharfbuzz-dev
+          libpng-dev libutf8proc-dev zlib1g-dev)
 
 wanted=("${build_pkgs[@]}")
 case "${1:-build}" in

@@ -5,7 +5,8 @@
 # line is not one of the exporter's messages. Not part of `make test`: it takes minutes.
 # Usage: scripts/sweep-fonts.sh EXPORTER [DIR...]
 #   EXTRA_ARGS="--mono" adds options to every run; HEIGHTS="16" and ONE_SET=1 (only the
-#   plain option set) make a quicker sweep.
+#   plain option set) make a quicker sweep; UNICODE=1 sweeps Unicode packed fonts instead:
+#   CJK ranges, a strings file of five scripts with a CJK fallback, 1-bit kana with a proof.
 set -uo pipefail
 
 exporter=$(realpath "$1")
@@ -22,6 +23,15 @@ option_sets=(
 )
 heights=(${HEIGHTS:-8 16 33})
 [[ -n "${ONE_SET:-}" ]] && option_sets=("")
+if [[ -n "${UNICODE:-}" ]]; then
+  printf 'Grüße, Привет, Γειά σου, 你好世界, こんにちは, 안녕하세요\n\tالسلام 🙂\n' >"$work/strings.txt"
+  cjk=/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc
+  option_sets=(
+    "--format packed --kerning auto --chars 32-126,0x370-0x3FF,0x400-0x4FF,0x4E00-0x4FFF,0x1F600-0x1F64F"
+    "--format packed --bpp 2 --text-file $work/strings.txt --fallback $cjk#2 --kerning gpos"
+    "--format packed --mono --chars 0x3000-0x30FF,0xFF00-0xFFEF,0x10FFFF --proof $work/proof.png"
+  )
+fi
 
 run_one() {
   local font=$1 height=$2 options=$3 out

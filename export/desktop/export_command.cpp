@@ -3,7 +3,7 @@
 #include "app/libc_text.h"
 #include "export/export_font.h"
 #include "export/desktop/export_settings.h"
-#include "export/ds/exportable_codes.h"
+#include "charset/exportable_codes.h"
 #include "raster/ft_font.h"
 
 #include <wx/filedlg.h>
@@ -73,7 +73,7 @@ void GuiMain::OnExport(wxCommandEvent&)
         ShowError(this, kWriteFailedMessage);
         return;
     }
-    OutputLocation location = SplitOutputPath(narrowPath);
+    OutputLocation location = SplitOutputPath(narrowPath, FontFormat::Ds);
 
     bool written = false;
     std::optional<wxString> failure;

@@ -7,19 +7,17 @@
 
 namespace {
 
-constexpr std::string_view kSourceSuffix = ".cpp";
-
-// Letter case is ignored for ASCII only, whatever the locale: the suffix is plain ASCII.
-bool EndsWithSourceSuffix(const std::string& name)
+// Letter case is ignored for ASCII only, whatever the locale: the endings are plain ASCII.
+bool EndsWithAnyCase(const std::string& name, std::string_view ending)
 {
-    if (name.size() < kSourceSuffix.size())
+    if (name.size() < ending.size())
         return false;
-    const std::size_t start = name.size() - kSourceSuffix.size();
-    for (std::size_t i = 0; i < kSourceSuffix.size(); ++i) {
+    const std::size_t start = name.size() - ending.size();
+    for (std::size_t i = 0; i < ending.size(); ++i) {
         char c = name[start + i];
         if (c >= 'A' && c <= 'Z')
             c = static_cast<char>(c - 'A' + 'a');
-        if (c != kSourceSuffix[i])
+        if (c != ending[i])
             return false;
     }
     return true;
@@ -39,17 +37,31 @@ std::optional<std::string> ParseFontHeight(const std::string& text, unsigned& he
     return std::nullopt;
 }
 
-std::string BaseNameFromFileName(const std::string& fileName)
+std::vector<std::string> SourceFileEndings(FontFormat format)
 {
-    if (EndsWithSourceSuffix(fileName))
-        return fileName.substr(0, fileName.size() - kSourceSuffix.size());
-    return fileName;
+    if (format == FontFormat::Packed)
+        return {".c", ".cpp"};
+    return {".cpp"};
 }
 
-OutputLocation SplitOutputPath(const std::string& path)
+std::optional<std::string> SourceEndingOf(const std::string& fileName, FontFormat format)
+{
+    for (const std::string& ending : SourceFileEndings(format))
+        if (EndsWithAnyCase(fileName, ending))
+            return ending;
+    return std::nullopt;
+}
+
+std::string BaseNameFromFileName(const std::string& fileName, FontFormat format)
+{
+    const std::optional<std::string> ending = SourceEndingOf(fileName, format);
+    return fileName.substr(0, fileName.size() - (ending ? ending->size() : 0));
+}
+
+OutputLocation SplitOutputPath(const std::string& path, FontFormat format)
 {
     const std::size_t slash = path.rfind('/');
     if (slash == std::string::npos)
-        return {"./", BaseNameFromFileName(path)};
-    return {path.substr(0, slash + 1), BaseNameFromFileName(path.substr(slash + 1))};
+        return {"./", BaseNameFromFileName(path, format)};
+    return {path.substr(0, slash + 1), BaseNameFromFileName(path.substr(slash + 1), format)};
 }

@@ -1,6 +1,7 @@
 #include "export/packed/packed_font.h"
 
 #include "export/packed/bit_writer.h"
+#include "export/packed/code_blocks.h"
 #include "export/packed/packed_kerning.h"
 #include "export/packed/packed_pixels.h"
 
@@ -17,20 +18,6 @@ constexpr uint64_t kMaxFieldValue = uint64_t{1} << packed::kMaxFieldBits;
 bool IsBoxField(unsigned field)
 {
     return field == packed::kLeft || field == packed::kTop || field == packed::kPixels;
-}
-
-// Runs of consecutive codes: the first code and the count less one, each a byte.
-void PackRanges(const std::vector<PackGlyph>& glyphs, PackedFont& font)
-{
-    for (size_t i = 0; i < glyphs.size(); ++i) {
-        if (i == 0 || glyphs[i].code != glyphs[i - 1].code + 1 || font.ranges.back() == 255) {
-            font.ranges.push_back(glyphs[i].code);
-            font.ranges.push_back(0);
-            ++font.rangeCount;
-        } else {
-            ++font.ranges.back();
-        }
-    }
 }
 
 // Each field in the fewest bits that hold its values less their minimum. A glyph with
@@ -94,7 +81,11 @@ PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning
     font.metrics = metrics;
     font.bpp = options.bpp;
     font.coverageScale = 255 / ((1u << options.bpp) - 1);
-    PackRanges(glyphs, font);
+    font.keys = options.keys;
+    std::vector<uint32_t> codes;
+    for (const PackGlyph& glyph : glyphs)
+        codes.push_back(glyph.code);
+    PackCodeBlocks(codes, font);
 
     std::vector<StoredPixels> stored;
     for (const PackGlyph& glyph : glyphs)
@@ -115,9 +106,17 @@ PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning
     font.pixels = pixels.Bytes();
     // Records of no bits or no pixels at all still get a byte, so that the runtime never
     // works out a position from a null array.
-    for (std::vector<uint8_t>* bytes : {&font.records, &font.pixels})
+    for (std::vector<uint8_t>* bytes : {&font.records, &font.pixels, &font.blocks})
         if (bytes->empty())
             bytes->push_back(0);
-    PackKerningPairs(kerning, font);
+    // Kerning joins glyphs by their index, which takes fewer bits than a code.
+    font.glyphBits = BitWriter::BitsFor(glyphs.size() - 1);
+    auto indexOf = [&codes](uint32_t code) {
+        return static_cast<uint32_t>(std::lower_bound(codes.begin(), codes.end(), code) - codes.begin());
+    };
+    std::vector<PackKerning> indexed;
+    for (const PackKerning& pair : kerning)
+        indexed.push_back({indexOf(pair.left), indexOf(pair.right), pair.delta});
+    PackKerningPairs(indexed, font);
     return font;
 }

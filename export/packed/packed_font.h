@@ -29,6 +29,22 @@ constexpr unsigned kMaxFieldBits = 24;
 // VT_CODING_*
 constexpr unsigned kRuns = 1, kColumns = 2, kChanges = 4;
 
+enum BlockField
+{
+    kBlockFirst,
+    kBlockLast,
+    kBlockGlyph,
+    kBlockBitmap,
+    kBlockFields
+};
+
+// VT_KEYS_*: how the runtime reads a text.
+enum class Keys
+{
+    Bytes,  // bytes of an 8-bit codepage
+    Unicode // code points, texts UTF-8
+};
+
 enum class KerningForm
 {
     None,
@@ -43,12 +59,13 @@ struct PackOptions
 {
     unsigned bpp = 4;     // 1, 2, 4 or 8
     bool compress = true; // each glyph compressed when that is smaller
+    packed::Keys keys = packed::Keys::Unicode;
 };
 
 // One character to pack: its code, its 8-bit coverage as rendered and its record values.
 struct PackGlyph
 {
-    uint8_t code = 0;
+    uint32_t code = 0;
     unsigned width = 0;
     unsigned rows = 0;
     std::vector<uint8_t> coverage; // width * rows values, row by row
@@ -60,8 +77,8 @@ struct PackGlyph
 // The pen adjustment when `left` stands before `right`, as the source's kerning tables hold it.
 struct PackKerning
 {
-    uint8_t left;
-    uint8_t right;
+    uint32_t left;
+    uint32_t right;
     int8_t delta;
 };
 
@@ -69,13 +86,17 @@ struct PackedFont
 {
     std::vector<uint8_t> records;
     std::vector<uint8_t> pixels;
-    std::vector<uint8_t> ranges;
+    std::vector<uint8_t> blocks; // the code lookup: entries, then bitmaps
     std::vector<uint8_t> kerning;
     uint32_t kerningRights = 0;
     uint32_t kerningDeltas = 0;
     FontRecordMetrics metrics{};
     std::array<int, packed::kFields> fieldMin{};
-    unsigned rangeCount = 0;
+    packed::Keys keys = packed::Keys::Unicode;
+    unsigned blockCount = 0;
+    unsigned blockBits = 0;
+    std::array<unsigned, packed::kBlockFields> blockFieldBits{};
+    unsigned glyphBits = 0; // of a glyph index in the kerning data
     std::array<unsigned, 2> kerningEntries{};
     unsigned kerningColumns = 0;
     std::array<unsigned, packed::kFields> fieldBits{};
@@ -90,7 +111,7 @@ struct PackedFont
 };
 
 // The bytes vt_font_t takes on a 32-bit target, its pointers 4 bytes.
-constexpr size_t kPackedFontRecordBytes = 68;
+constexpr size_t kPackedFontRecordBytes = 84;
 
 // The stored value of 8-bit coverage `value` at `bpp` bits, rounded to the nearest.
 inline unsigned QuantizeCoverage(unsigned value, unsigned bpp)
@@ -98,6 +119,8 @@ inline unsigned QuantizeCoverage(unsigned value, unsigned bpp)
     return (value * ((1u << bpp) - 1) + 127) / 255;
 }
 
-// Packs the glyphs (any order; each code once) and kerning pairs (each pair once).
+// Packs the glyphs (any order; each code once) and kerning pairs (each pair once, between
+// codes of the glyphs). Throws std::length_error when a count or position is too large for
+// the runtime's fields.
 PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning>& kerning,
                     const FontRecordMetrics& metrics, const PackOptions& options);

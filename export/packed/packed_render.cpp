@@ -4,10 +4,11 @@
 #include "raster/ft_exception.h"
 
 #include <limits>
+#include <stdexcept>
 
 namespace {
 
-PackGlyph GlyphOf(uint8_t code, const FTGlyph& glyph)
+PackGlyph GlyphOf(uint32_t code, const FTGlyph& glyph)
 {
     PackGlyph packed;
     packed.code = code;
@@ -69,11 +70,10 @@ PackedFont RenderPackedFont(const std::vector<FTFont*>& fonts, const ExportChara
             listener->CharacterStarted(listed);
         FTGlyph rendered;
         fonts.at(listed.font)->RenderGlyph(listed.character, rendered, options.render);
-        const uint8_t code = static_cast<uint8_t>(listed.code);
-        glyphs.push_back(GlyphOf(code, rendered));
+        glyphs.push_back(GlyphOf(listed.code, rendered));
         const std::vector<KerningPair> kerned = kerning.PairsOf(listed);
         for (const KerningPair& pair : kerned)
-            pairs.push_back({static_cast<uint8_t>(pair.prev), code, pair.delta});
+            pairs.push_back({pair.prev, listed.code, pair.delta});
         const StoredGlyph stored(rendered, glyphs.back(), options.packed.bpp);
         const WrittenCharacter written{listed.code, listed.character, listed.font, stored.Glyph(), kerned};
         for (ExportListener* listener : listeners)
@@ -82,7 +82,12 @@ PackedFont RenderPackedFont(const std::vector<FTFont*>& fonts, const ExportChara
     const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(fonts.front()->Face()));
     if (!FitsInt16(static_cast<long>(metrics.height)) || !FitsInt16(metrics.ascender) || !FitsInt16(metrics.descender))
         throw FTException("line metrics too large for a packed font");
-    PackedFont font = PackFont(std::move(glyphs), pairs, metrics, options.packed);
+    PackedFont font;
+    try {
+        font = PackFont(std::move(glyphs), pairs, metrics, options.packed);
+    } catch (const std::length_error& error) {
+        throw FTException(error.what());
+    }
     for (unsigned field = 0; field < packed::kFields; ++field)
         if (!FitsInt16(font.fieldMin[field]) || font.fieldBits[field] > packed::kMaxFieldBits)
             throw FTException("glyph metrics too large for a packed font");

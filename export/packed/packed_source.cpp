@@ -74,7 +74,7 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     out.Write(".h>\n\n");
     WriteByteArray(out, "glyph_records", font.records);
     WriteByteArray(out, "glyph_pixels", font.pixels);
-    WriteByteArray(out, "code_ranges", font.ranges);
+    WriteByteArray(out, "code_blocks", font.blocks);
     WriteByteArray(out, "kerning_data", font.kerning);
 
     out.Write("const vt_font_t font_");
@@ -85,6 +85,10 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteMember(out, "record_bits", font.recordBits);
     WriteMember(out, "pixel_shift", font.pixelShift);
     WriteListMember(out, "field_bits", font.fieldBits);
+    WriteMember(out, "keys", font.keys == packed::Keys::Unicode ? "VT_KEYS_UNICODE" : "VT_KEYS_BYTES");
+    WriteMember(out, "block_bits", font.blockBits);
+    WriteListMember(out, "block_field_bits", font.blockFieldBits);
+    WriteMember(out, "glyph_bits", font.glyphBits);
     WriteMember(out, "kerning_form", KerningFormName(font.kerningForm));
     WriteListMember(out, "kerning_class_bits", font.kerningClassBits);
     WriteMember(out, "kerning_delta_bits", font.kerningDeltaBits);
@@ -93,12 +97,12 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteMember(out, "ascender", font.metrics.ascender);
     WriteMember(out, "descender", font.metrics.descender);
     WriteListMember(out, "field_min", font.fieldMin);
-    WriteMember(out, "range_count", font.rangeCount);
-    WriteListMember(out, "kerning_entries", font.kerningEntries);
     WriteMember(out, "kerning_columns", font.kerningColumns);
+    WriteMember(out, "block_count", font.blockCount);
+    WriteListMember(out, "kerning_entries", font.kerningEntries);
     WriteMember(out, "records", ArrayOrNull("glyph_records", font.records));
     WriteMember(out, "pixels", ArrayOrNull("glyph_pixels", font.pixels));
-    WriteMember(out, "ranges", ArrayOrNull("code_ranges", font.ranges));
+    WriteMember(out, "blocks", ArrayOrNull("code_blocks", font.blocks));
     WriteMember(out, "kerning", ArrayOrNull("kerning_data", font.kerning));
     WriteMember(out, "kerning_rights", font.kerningRights);
     WriteMember(out, "kerning_deltas", font.kerningDeltas);

@@ -3,6 +3,7 @@
 
 #include "charset/number_text.h"
 #include "cli/program_run.h"
+#include "output_name_cases.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -23,6 +24,7 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::string kNote = "veltrane-fontgen-export: ";
+const std::string kUnicodeHint = "or give --format packed: a packed font without --codepage holds any character\n";
 const std::string kRunHelp = "Run 'veltrane-fontgen-export --help' for the options.\n";
 const std::string kWriteFailed = "Error writing file !\n", kProofFailed = "Error writing the proof image !\n";
 const std::string kLoadFailed = "cannot load font file\n" + kNote,
@@ -282,7 +284,7 @@ TEST(ExportProgram, UsageErrors)
         {{}, {"--kerning", "gsub", kTestFont, "Font.cpp"}, 2, "--kerning: \"gsub\" is not legacy, gpos, auto or none"},
         {{}, {"--rotations", "0, 45", kTestFont, "Font.cpp"}, 2, "--rotations: \"45\" is not 0, 90, 180 or 270"},
         {{}, {"--rotations", "90,0,90", kTestFont, "Font.cpp"}, 2, "--rotations: 90 is given twice"},
-        {{}, {"--glyphs", kIconsFont, kTestFont, "Font.cpp"}, 2, "is not FONT:LIST or FONT:LIST=>BYTE"},
+        {{}, {"--glyphs", kIconsFont, kTestFont, "Font.cpp"}, 2, "is not FONT:LIST or FONT:LIST=>CODE"},
         {{}, {"--mono", "--hinting", "Light", kTestFont, "Font.cpp"}, 2,
          "--hinting: light fits outlines for grey pixels and cannot go with --mono"},
         {{}, {"--gamma", "2.2", "--mono", kTestFont, "Font.cpp"}, 2, "--gamma: a --mono render has no grey pixels to correct"},
@@ -341,6 +343,25 @@ TEST(ExportProgram, OutputNamesAndEarlierFiles)
         {{}, {"none.ttf", "ds-font.cpp"}, 1, "The name ds_font would replace the firmware's ds_font.h !\n" + kNote +
          "the generated files include <ds_font.h>; give OUTPUT another name, e.g. out/MyFont.cpp\n"},
     });
+}
+
+// The command line names the pair as the desktop's save dialog does (see kOutputNameCases),
+// in either format, and refuses a name the format's source cannot have.
+TEST(ExportProgram, OutputNamesAsTheDesktop)
+{
+    std::vector<struct Run> runs;
+    for (const OutputNameCase& row : kOutputNameCases) {
+        if (row.directory != "./")
+            continue;
+        std::vector<std::string> args = {"--chars", "65", kTestFont, row.path};
+        if (row.format == FontFormat::Packed)
+            args.insert(args.begin(), {"--format", "packed"});
+        if (row.commandLineTakes)
+            runs.push_back({{}, args, 0, "", "", {row.sanitized + SourceExtension(row.format), row.sanitized + ".h"}});
+        else
+            runs.push_back({{}, args, 2, "OUTPUT: "});
+    }
+    ExpectRuns(runs);
 }
 
 // Why a font fails: the file itself, its face, its sizes, the --chars pieces, its glyphs; a text the
@@ -416,13 +437,14 @@ TEST(ExportProgram, FontAndTextFailuresSayWhy)
          kLoadFailed + "\"none.ttf\": No such file or directory\n"},
         {{}, {"--text", "ab\n€", "none.ttf", "Font.cpp"}, 1, "Character \"€\" (U+20AC) is not in ISO-8859-1 !\n" +
          kNote + "give --codepage CP1252, CP1250, CP1251, CP1253, CP1254, CP1255, CP1256, CP1257, CP1258, "
-                 "ISO-8859-7, ISO-8859-15 or ISO-8859-16\n"},
+                 "ISO-8859-7, ISO-8859-15 or ISO-8859-16\n" + kNote + kUnicodeHint},
         {{}, {"--text", "Привет", "none.ttf", "Font.cpp"}, 1, "Character \"П\" (U+041F) is not in ISO-8859-1 !\n" +
-         kNote + "give --codepage CP1251, ISO-8859-5, KOI8-R, KOI8-U or CP866\n"},
+         kNote + "give --codepage CP1251, ISO-8859-5, KOI8-R, KOI8-U or CP866\n" + kNote + kUnicodeHint},
         {{}, {"--codepage", "koi8-u", "--text", "€", "none.ttf", "Font.cpp"}, 1,
          "Character \"€\" (U+20AC) is not in KOI8-U !\n"},
         {{}, {"--text", "q\u0306", "none.ttf", "Font.cpp"}, 1, "Character \"\u25CC\u0306\" (U+0306) is not in "
-         "ISO-8859-1 !\n" + kNote + "no common 8-bit codepage holds every character of the text\n"},
+         "ISO-8859-1 !\n" + kNote + "no common 8-bit codepage holds every character of the text\n" + kNote +
+             kUnicodeHint},
         {{}, {"--codepage", "CP1251", "--text", "a\u0085", "none.ttf", "Font.cpp"}, 1,
          "Character U+0085 is not in CP1251 !\n"},
     });

@@ -65,6 +65,9 @@ TEST(PackedProgram, PairCompilesAsCAndCppAndForCortexM)
         {"--bpp", "1", "--chars", "32-126", kDejaVuSans},
         {"--bpp", "8", "--compress", "none", "--codepage", "CP1251", "--chars", "32-126,0xC0-0xFF", kNotoSans},
         {"--mono", "--chars", "65-90", kLegacyKernTestFont},
+        // Unicode: Chinese kerned through GPOS; Cyrillic with Chinese from a collection's face
+        {"--face", "2", "--chars", "32-126,0x3000-0x3003,0x4E00-0x4E40", "--kerning", "auto", kNotoSansCjk},
+        {"--text", "Привет, 世界", "--fallback", kNotoSansCjk + "#3", kNotoSans},
     };
     // --stats counts the font record as the runtime's vt_font_t takes it on a 32-bit target.
     const std::string recordSize =
@@ -110,7 +113,7 @@ TEST(PackedProgram, ProofShowsTheStoredPixelsAndStatsTheFlash)
     // A .cpp OUTPUT of a packed font names a .c file.
     EXPECT_TRUE(fs::exists(dir.Path() / "Font.c"));
     for (const std::string row :
-         {"bits a pixel                          1\n", "flash bytes, font record             68\n",
+         {"bits a pixel                          1\n", "flash bytes, font record             84\n",
           "flash bytes, code lookup              2\n", "Font.c bytes"})
         EXPECT_NE(one.out.find(row), std::string::npos) << one.out;
 }

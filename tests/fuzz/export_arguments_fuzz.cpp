@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
     try {
         ExportFonts fonts;
-        OpenFonts(request, plan, fonts, report);
+        OpenFonts(plan, fonts, report);
         if (auto message = ChooseGlyphs(request, plan, fonts, report))
             Check(!message->empty(), "a failed choice of glyphs has no message");
     } catch (const FTException& e) {

@@ -1,6 +1,8 @@
 // Every glyph a packed font stores, drawn by the runtime in the four rotations, against
-// the ds export of the same font: its turned pixel arrays quantized, each placed by its
-// corner; kerned texts against the ds kerning tables.
+// FreeType's render turned as the ds export turns it, quantized, each placed by its
+// corner; kerned texts against the kerning source's pairs.
+#include "charset/char_range_parser.h"
+#include "charset/unicode_text.h"
 #include "export/kerning/kerning_source.h"
 #include "export/packed/packed_render.h"
 #include "export/ds/pixel_arrays.h"
@@ -10,6 +12,8 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -57,10 +61,20 @@ struct Case
 {
     const char* name;
     std::string font;
+    long face;
     unsigned height;
-    uint32_t first, last;
+    std::string chars;
     RenderOptions render;
+    std::string fallback = {}; // face 2 of it gives the characters the main font lacks
+    const char* codepage = nullptr; // keyed by its bytes; else by code point
+    KerningMode kerning = KerningMode::Legacy;
 };
+
+// A code as a text holds it: UTF-8 in a Unicode font, else the byte.
+std::string TextOf(uint32_t code, const vt_font_t& font)
+{
+    return font.keys == VT_KEYS_UNICODE ? EncodeUtf8(code) : std::string(1, static_cast<char>(code));
+}
 
 class PackedDrawing : public testing::TestWithParam<Case>
 {
@@ -68,16 +82,28 @@ protected:
     void SetUp() override
     {
         const Case& c = GetParam();
-        font.LoadFace(c.font.c_str());
-        font.SetPixelSize(c.height);
-        characters = ListExportCharacters(CodeRange(c.first, c.last), nullptr);
+        fonts.push_back(std::make_unique<FTFont>());
+        fonts[0]->LoadFace(c.font.c_str(), c.face);
+        if (!c.fallback.empty()) {
+            fonts.push_back(std::make_unique<FTFont>());
+            fonts[1]->LoadFace(c.fallback.c_str(), 2);
+        }
+        for (const auto& font : fonts)
+            font->SetPixelSize(c.height);
+        std::string error;
+        if (c.codepage)
+            codepage = Codepage::Open(c.codepage, error);
+        characters = ListExportCharacters(ParseCharCodeText(c.chars), codepage ? &*codepage : nullptr);
+        for (ExportCharacter& listed : characters)
+            listed.font = fonts.size() > 1 && fonts[0]->GlyphIndex(listed.character) == 0;
         options.render = c.render;
+        options.kerning = c.kerning;
         options.format = FontFormat::Packed;
-        const std::vector<FTFont*> fonts = {&font};
-        const KerningByFont kerning(fonts, characters, options);
+        options.codepage = codepage ? &*codepage : nullptr;
+        const KerningByFont kerning(Fonts(), characters, options);
         for (const ExportCharacter& listed : characters) {
             DsCharacter& ds = this->ds[listed.code];
-            font.RenderGlyph(listed.character, ds.glyph, options.render);
+            fonts[listed.font]->RenderGlyph(listed.character, ds.glyph, options.render);
             ds.w = static_cast<int>(ds.glyph.bitmap->width);
             ds.h = static_cast<int>(ds.glyph.bitmap->rows);
             if (ds.glyph.bitmap->buffer != nullptr)
@@ -86,19 +112,28 @@ protected:
         }
     }
 
-    PackedFont Pack(unsigned bpp, bool compress)
+    std::vector<FTFont*> Fonts() const
     {
-        options.packed = {bpp, compress};
-        return RenderPackedFont({&font}, characters, options);
+        std::vector<FTFont*> pointers;
+        for (const auto& font : fonts)
+            pointers.push_back(font.get());
+        return pointers;
     }
 
-    FTFont font;
+    PackedFont Pack(unsigned bpp, bool compress)
+    {
+        options.packed = {bpp, compress, codepage ? packed::Keys::Bytes : packed::Keys::Unicode};
+        return RenderPackedFont(Fonts(), characters, options);
+    }
+
+    std::vector<std::unique_ptr<FTFont>> fonts;
+    std::optional<Codepage> codepage;
     ExportCharacters characters;
     ExportOptions options;
     std::map<uint32_t, DsCharacter> ds;
 };
 
-TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheDsArrayQuantized)
+TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheRenderQuantized)
 {
     for (unsigned bpp : {1u, 2u, 4u, 8u})
         for (bool compress : {false, true}) {
@@ -107,8 +142,8 @@ TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheDsArrayQuantized)
             for (const auto& [code, character] : ds)
                 for (size_t r = 0; r < kRotations.size(); ++r) {
                     Canvas drawn;
-                    const int advance = vt_draw_char(&runtime, static_cast<uint8_t>(code), 40, 50,
-                                                     static_cast<int>(kRotations[r]), Plot, &drawn);
+                    const int advance =
+                        vt_draw_char(&runtime, code, 40, 50, static_cast<int>(kRotations[r]), Plot, &drawn);
                     ASSERT_EQ(drawn, DsDrawing(character, r, bpp, 40, 50))
                         << "code " << code << ", rotation " << kRotations[r] << ", " << bpp << " bpp"
                         << (compress ? ", compressed" : "");
@@ -117,56 +152,63 @@ TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheDsArrayQuantized)
         }
 }
 
-TEST_P(PackedDrawing, KernedTextsAdvanceAsTheDsTablesSay)
+TEST_P(PackedDrawing, KernedTextsAdvanceAsTheKerningSourceSays)
 {
     const PackedFont packed = Pack(4, true);
     const vt_font_t runtime = RuntimeFont(packed);
-    const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(font.Face()));
+    const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(fonts[0]->Face()));
     EXPECT_EQ(vt_font_height(&runtime), static_cast<int>(metrics.height));
     EXPECT_EQ(vt_font_ascender(&runtime), metrics.ascender);
     EXPECT_EQ(vt_font_descender(&runtime), metrics.descender);
-    // Every pair, a code the font lacks (1) between them skipped.
-    for (const auto& [left, l] : ds)
-        for (const auto& [right, r] : ds) {
-            int kerning = 0;
+    // Every pair, something the font cannot draw between them skipped: in UTF-8 a byte that
+    // starts no character, else a code the font lacks.
+    const std::string skipped = runtime.keys == VT_KEYS_UNICODE ? "\xFF" : "\1";
+    for (const auto& [left, l] : ds) {
+        std::map<uint32_t, int> after; // right code -> kerning
+        for (const auto& [right, r] : ds)
             for (const KerningPair& pair : r.kerning)
                 if (pair.prev == left)
-                    kerning = pair.delta;
-            const char text[] = {static_cast<char>(left), '\1', static_cast<char>(right), 0};
-            ASSERT_EQ(vt_text_width(&runtime, text), l.glyph.advanceX + kerning + r.glyph.advanceX)
+                    after[right] = pair.delta;
+        for (const auto& [right, r] : ds) {
+            const std::string text = TextOf(left, runtime) + skipped + TextOf(right, runtime);
+            ASSERT_EQ(vt_text_width(&runtime, text.c_str()), l.glyph.advanceX + after[right] + r.glyph.advanceX)
                 << "codes " << left << " and " << right;
         }
+    }
 }
 
 TEST_P(PackedDrawing, ATextIsItsCharactersDrawnAlongTheTurnedBaseline)
 {
     const PackedFont packed = Pack(2, true);
     const vt_font_t runtime = RuntimeFont(packed);
-    std::string text;
+    std::vector<std::string> characters;
     for (const auto& [code, character] : ds)
-        text += static_cast<char>(code);
-    text = text.substr(text.size() > 12 ? text.size() - 12 : 0);
+        characters.push_back(TextOf(code, runtime));
+    characters.erase(characters.begin(), characters.end() - std::min<ptrdiff_t>(12, std::ssize(characters)));
+    std::string text;
+    for (const std::string& character : characters)
+        text += character;
     const int steps[][2] = {{1, 0}, {0, -1}, {-1, 0}, {0, 1}};
     for (size_t r = 0; r < kRotations.size(); ++r) {
         Canvas drawn, expected;
         const int rotation = static_cast<int>(kRotations[r]);
         const int advance = vt_draw_text(&runtime, text.c_str(), 300, 300, rotation, Plot, &drawn);
         int pen = 0;
-        for (size_t i = 0; i < text.size(); ++i) {
+        for (size_t i = 0; i < characters.size(); ++i) {
+            const int alone = vt_text_width(&runtime, characters[i].c_str());
             if (i > 0)
-                pen += vt_text_width(&runtime, text.substr(i - 1, 2).c_str()) -
-                       vt_text_width(&runtime, text.substr(i - 1, 1).c_str()) -
-                       vt_text_width(&runtime, text.substr(i, 1).c_str());
-            vt_draw_char(&runtime, static_cast<uint8_t>(text[i]), 300 + steps[r][0] * pen, 300 + steps[r][1] * pen,
-                         rotation, Plot, &expected);
-            pen += vt_text_width(&runtime, text.substr(i, 1).c_str());
+                pen += vt_text_width(&runtime, (characters[i - 1] + characters[i]).c_str()) -
+                       vt_text_width(&runtime, characters[i - 1].c_str()) - alone;
+            vt_draw_text(&runtime, characters[i].c_str(), 300 + steps[r][0] * pen, 300 + steps[r][1] * pen, rotation,
+                         Plot, &expected);
+            pen += alone;
         }
         EXPECT_EQ(drawn, expected) << "rotation " << rotation;
         EXPECT_EQ(advance, pen);
     }
     Canvas none;
     EXPECT_EQ(vt_draw_text(&runtime, text.c_str(), 0, 0, 45, Plot, &none), 0);
-    EXPECT_EQ(vt_draw_char(&runtime, static_cast<uint8_t>(text[0]), 0, 0, -90, Plot, &none), 0);
+    EXPECT_EQ(vt_draw_char(&runtime, ds.begin()->first, 0, 0, -90, Plot, &none), 0);
     EXPECT_EQ(vt_draw_char(&runtime, 1, 0, 0, 0, Plot, &none), 0);
     EXPECT_TRUE(none.empty());
 }
@@ -179,11 +221,23 @@ RenderOptions Mono()
 }
 
 INSTANTIATE_TEST_SUITE_P(Fonts, PackedDrawing,
-                         testing::Values(Case{"TestFont", kTestFont, 16, 32, 126, {}},
-                                         Case{"LegacyKern", kLegacyKernTestFont, 11, 32, 126, {}},
-                                         Case{"DejaVu", kDejaVuSans, 16, 32, 255, {}},
-                                         Case{"DejaVuMono", kDejaVuSans, 12, 32, 126, Mono()},
-                                         Case{"TerminusBitmap", kTerminus, 16, 32, 126, {}}),
+                         testing::Values(Case{"TestFont", kTestFont, 0, 16, "32-126", {}},
+                                         Case{"LegacyKern", kLegacyKernTestFont, 0, 11, "32-126", {}},
+                                         Case{"DejaVu", kDejaVuSans, 0, 16, "32-255", {}},
+                                         Case{"DejaVuCp1251", kDejaVuSans, 0, 16, "32-126,0xC0-0xFF", {}, {}, "CP1251"},
+                                         Case{"DejaVuMono", kDejaVuSans, 0, 12, "32-126", Mono()},
+                                         Case{"TerminusBitmap", kTerminus, 0, 16, "32-126", {}},
+                                         // Japanese: Latin, kana, CJK punctuation and ideographs
+                                         Case{"CjkJapanese", kNotoSansCjk, 0, 14,
+                                              "32-126,0x3000-0x3020,0x3041-0x3096,0x30A1-0x30FA,0x4E00-0x4E3F,0x65E5,"
+                                              "0x672C,0x8A9E,0xFF01-0xFF20",
+                                              {}, {}, nullptr, KerningMode::Gpos},
+                                         // Latin, Cyrillic and Greek, the Chinese from a collection's face
+                                         Case{"LatinWithCjkFallback", kDejaVuSans, 0, 13,
+                                              "32-126,0x410-0x44F,0x391-0x3C9,0x4F60,0x597D,0x4E16,0x754C,0x3002",
+                                              {}, kNotoSansCjk, nullptr, KerningMode::Auto},
+                                         Case{"CjkMono", kNotoSansCjk, 2, 12, "32-126,0x4E00-0x4E20,0x9F8D-0x9FA5",
+                                              Mono()}),
                          [](const testing::TestParamInfo<Case>& info) { return info.param.name; });
 
 } // namespace
@@ -212,7 +266,7 @@ void PlotExpected(void* ctx, int x, int y, uint8_t coverage)
 TEST(PackedFont, PixelsPastTwoToThe24BitsAreFoundByAlignedStarts)
 {
     std::vector<PackGlyph> glyphs;
-    for (uint8_t code = 40; code < 80; ++code) {
+    for (uint32_t code = 40; code < 80; ++code) {
         PackGlyph glyph;
         glyph.code = code;
         glyph.width = glyph.rows = 256;

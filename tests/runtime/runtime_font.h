@@ -11,7 +11,7 @@ inline vt_font_t RuntimeFont(const PackedFont& font)
     vt_font_t v{};
     v.records = font.records.data();
     v.pixels = font.pixels.data();
-    v.ranges = font.ranges.data();
+    v.blocks = font.blocks.data();
     v.kerning = font.kerning.empty() ? nullptr : font.kerning.data();
     v.kerning_rights = font.kerningRights;
     v.kerning_deltas = font.kerningDeltas;
@@ -22,9 +22,14 @@ inline vt_font_t RuntimeFont(const PackedFont& font)
         v.field_min[f] = static_cast<int16_t>(font.fieldMin[f]);
         v.field_bits[f] = static_cast<uint8_t>(font.fieldBits[f]);
     }
-    v.range_count = static_cast<uint16_t>(font.rangeCount);
-    v.kerning_entries[0] = static_cast<uint16_t>(font.kerningEntries[0]);
-    v.kerning_entries[1] = static_cast<uint16_t>(font.kerningEntries[1]);
+    v.keys = static_cast<uint8_t>(font.keys);
+    v.block_count = font.blockCount;
+    v.block_bits = static_cast<uint8_t>(font.blockBits);
+    for (int f = 0; f < VT_BLOCK_FIELDS; ++f)
+        v.block_field_bits[f] = static_cast<uint8_t>(font.blockFieldBits[f]);
+    v.glyph_bits = static_cast<uint8_t>(font.glyphBits);
+    v.kerning_entries[0] = font.kerningEntries[0];
+    v.kerning_entries[1] = font.kerningEntries[1];
     v.kerning_columns = static_cast<uint16_t>(font.kerningColumns);
     v.record_bits = static_cast<uint8_t>(font.recordBits);
     v.pixel_shift = static_cast<uint8_t>(font.pixelShift);

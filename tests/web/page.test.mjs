@@ -2,6 +2,7 @@
 // native exporter's bytes, its messages are the native exporter's, and nothing fails on
 // the way.
 import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
 import { readFile } from 'node:fs/promises';
 import { after, before, test } from 'node:test';
 import { asShown, downloadedFiles, openPage, runNative } from './page_session.mjs';
@@ -11,6 +12,8 @@ const NOTO = '/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf';
 const KOI8R_PCF = '/usr/share/fonts/X11/misc/5x8-KOI8-R.pcf.gz';
 const TEST_FONT = 'tests/fonts/veltrane-test.ttf';
 const ICONS_FONT = 'tests/fonts/veltrane-test-icons.ttf';
+const FIRA_WOFF2 = '/usr/share/fonts-firacode/woff2/FiraCode-Regular.woff2';
+const AWESOME_WOFF2 = '/usr/share/fonts-font-awesome/fonts/fontawesome-webfont.woff2';
 
 let session;
 let page;
@@ -51,7 +54,7 @@ async function exportNow() {
   await page.waitForFunction(() => !document.getElementById('export').disabled);
 }
 
-const pageArguments = () => page.evaluate(() => VeltraneCommand.exportArguments(fieldValues()));
+const pageArguments = () => page.evaluate(() => VeltraneCommand.commandArguments(fieldValues()));
 
 // The desktop program's preview of the default list, 800 x 220 grey pixels (PGM).
 async function desktopPreview() {
@@ -105,7 +108,7 @@ const GOLDEN_CASES = [
     title: 'the defaults',
     fonts: [DEJAVU],
     fields: {},
-    command: 'veltrane-fontgen-export DejaVuSans.ttf DejaVuSans.cpp',
+    command: 'veltrane-fontgen-export --proof DejaVuSans.png DejaVuSans.ttf DejaVuSans.cpp',
     cmake: 'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME DejaVuSans)',
   },
   {
@@ -114,7 +117,7 @@ const GOLDEN_CASES = [
     fields: { 'font-file': NOTO, codepage: 'CP1251', text: 'Привет, мир', kerning: 'gpos' },
     command:
       "veltrane-fontgen-export --chars 32-126 --text 'Привет, мир' --codepage CP1251 --kerning gpos " +
-      'NotoSans-Regular.ttf NotoSans_Regular.cpp',
+      "--proof NotoSans_Regular.png --proof-text 'Привет, мир' NotoSans-Regular.ttf NotoSans_Regular.cpp",
   },
   {
     title: 'a 1-bit OLED font in one rotation',
@@ -122,7 +125,7 @@ const GOLDEN_CASES = [
     fields: { 'font-file': DEJAVU, name: 'Oled', height: '12', text: "it's $5; ok", mono: true, hinting: 'auto', rotations: '0' },
     command:
       "veltrane-fontgen-export --height 12 --chars 32-126 --text 'it'\\''s $5; ok' --rotations 0 --hinting auto " +
-      '--mono DejaVuSans.ttf Oled.cpp',
+      "--mono --proof Oled.png --proof-text 'it'\\''s $5; ok' DejaVuSans.ttf Oled.cpp",
     cmake:
       'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Oled HEIGHT 12 CHARS 32-126 ROTATIONS 0 ' +
       'OPTIONS --text "it\'s \\$5\\; ok" --hinting auto --mono)',
@@ -133,7 +136,7 @@ const GOLDEN_CASES = [
     fields: { 'font-file': TEST_FONT, height: '0x10', chars: '32-126,0xC0-0xFF', gamma: '2.2', hinting: 'light', rotations: '180,0' },
     command:
       'veltrane-fontgen-export --height 0x10 --chars 32-126,0xC0-0xFF --rotations 180,0 --hinting light ' +
-      '--gamma 2.2 veltrane-test.ttf veltrane_test.cpp',
+      '--gamma 2.2 --proof veltrane_test.png veltrane-test.ttf veltrane_test.cpp',
   },
   {
     title: 'glyphs and a fallback from another font',
@@ -141,7 +144,7 @@ const GOLDEN_CASES = [
     fields: { 'font-file': TEST_FONT, chars: '65,66,86', 'glyphs-file': ICONS_FONT, glyphs: '0xE000-0xE001=>0x80', 'fallback-files': ICONS_FONT },
     command:
       "veltrane-fontgen-export --chars 65,66,86 --glyphs 'veltrane-test-icons.ttf:0xE000-0xE001=>0x80' " +
-      '--fallback veltrane-test-icons.ttf veltrane-test.ttf veltrane_test.cpp',
+      '--fallback veltrane-test-icons.ttf --proof veltrane_test.png veltrane-test.ttf veltrane_test.cpp',
     cmake:
       'veltrane_add_bitmap_font(firmware FONT fonts/veltrane-test.ttf NAME veltrane_test CHARS 65,66,86 ' +
       'GLYPHS "fonts/veltrane-test-icons.ttf:0xE000-0xE001=>0x80" FALLBACK fonts/veltrane-test-icons.ttf)',
@@ -150,20 +153,24 @@ const GOLDEN_CASES = [
     title: 'an X11 bitmap font in KOI8-R',
     fonts: [KOI8R_PCF],
     fields: { 'font-file': KOI8R_PCF, height: '8', chars: '', codepage: 'KOI8-R', text: 'Привет', name: 'Koi8' },
-    command: "veltrane-fontgen-export --height 8 --text 'Привет' --codepage KOI8-R 5x8-KOI8-R.pcf.gz Koi8.cpp",
+    command:
+      "veltrane-fontgen-export --height 8 --text 'Привет' --codepage KOI8-R --proof Koi8.png --proof-text 'Привет' " +
+      '5x8-KOI8-R.pcf.gz Koi8.cpp',
   },
   {
     title: 'a packed font',
     fonts: [DEJAVU],
     fields: { format: 'packed', name: 'Small' },
-    command: 'veltrane-fontgen-export --format packed DejaVuSans.ttf Small.c',
+    command: 'veltrane-fontgen-export --format packed --proof Small.png DejaVuSans.ttf Small.c',
     cmake: 'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME Small FORMAT packed)',
   },
   {
     title: 'a packed 1-bit font, stored plain',
     fonts: [DEJAVU],
     fields: { format: 'packed', mono: true, compress: 'none', height: '12' },
-    command: 'veltrane-fontgen-export --height 12 --mono --format packed --compress none DejaVuSans.ttf DejaVuSans.c',
+    command:
+      'veltrane-fontgen-export --height 12 --mono --format packed --compress none --proof DejaVuSans.png ' +
+      'DejaVuSans.ttf DejaVuSans.c',
     cmake:
       'veltrane_add_bitmap_font(firmware FONT fonts/DejaVuSans.ttf NAME DejaVuSans FORMAT packed COMPRESS none ' +
       'HEIGHT 12 OPTIONS --mono)',
@@ -172,10 +179,22 @@ const GOLDEN_CASES = [
     title: 'a packed font in 2 bits a pixel',
     fonts: [NOTO],
     fields: { 'font-file': NOTO, format: 'packed', bpp: '2', kerning: 'auto' },
-    command: 'veltrane-fontgen-export --kerning auto --format packed --bpp 2 NotoSans-Regular.ttf NotoSans_Regular.c',
+    command:
+      'veltrane-fontgen-export --kerning auto --format packed --bpp 2 --proof NotoSans_Regular.png ' +
+      'NotoSans-Regular.ttf NotoSans_Regular.c',
+  },
+  {
+    title: 'WOFF2 fonts, Fira Code with Font Awesome icons',
+    fonts: [FIRA_WOFF2, AWESOME_WOFF2],
+    fields: { 'font-file': FIRA_WOFF2, 'glyphs-file': AWESOME_WOFF2, glyphs: '0xF000-0xF003=>0x80', name: 'Fira' },
+    command:
+      "veltrane-fontgen-export --glyphs 'fontawesome-webfont.woff2:0xF000-0xF003=>0x80' --proof Fira.png " +
+      'FiraCode-Regular.woff2 Fira.cpp',
   },
 ];
 
+// Each export's files, the proof among them, are the native exporter's; so is the
+// cmake call, which leaves the proof out.
 for (const { title, fonts, fields, command, cmake } of GOLDEN_CASES) {
   test(`exports the native exporter's files: ${title}`, async () => {
     await fill(fields);
@@ -196,6 +215,9 @@ const BAD_CASES = [
   { title: 'characters that run backwards', fonts: [DEJAVU], fields: { chars: '126-32,OxFF' } },
   { title: 'a character outside the codepage', fonts: [DEJAVU], fields: { text: '€', codepage: 'ISO-8859-1' } },
   { title: 'an unknown codepage', fonts: [DEJAVU], fields: { codepage: 'CP9999' } },
+  { title: 'a codepage that is not 8-bit', fonts: [DEJAVU], fields: { codepage: 'utf-8' } },
+  // The hint names every common codepage that holds the text, CP852 included.
+  { title: 'a text Latin-1 cannot hold', fonts: [DEJAVU], fields: { text: 'Győr' } },
   { title: 'a gamma out of range', fonts: [DEJAVU], fields: { gamma: '+2' } },
   { title: 'a file that is no font', fonts: ['web/site/worker.js'], fields: { 'font-file': 'web/site/worker.js' } },
 ];
@@ -225,14 +247,32 @@ test('keeps the --stats table and the proof up to date as the fields change', as
   assert.equal(await page.textContent('#stats'), asShown(failed.stderr));
 });
 
-test('sends a codepage its iconv lacks to the command line, with no link', async () => {
-  await fill({ 'font-file': DEJAVU });
-  await exportNow();
-  assert.equal(Object.keys(await downloadedFiles(page)).length, 2);
-  await fill({ codepage: 'ibm852' });
-  await exportNow();
-  assert.match(await page.textContent('#message'), /^CP852 is a codepage this page cannot export/);
-  assert.deepEqual(await downloadedFiles(page), {});
+// The bytes 128 to 255 that glibc's iconv reads as one character each in `codepage`, as a
+// --chars list: each byte is converted on a line of its own.
+function definedHighBytes(codepage) {
+  const bytes = Array.from({ length: 128 }, (_, i) => 128 + i);
+  const { stdout } = spawnSync('iconv', ['-c', '-f', codepage, '-t', 'UTF-8'], {
+    input: Buffer.from(bytes.flatMap((byte) => [byte, 10])),
+    encoding: 'utf8',
+  });
+  const lines = stdout.split('\n');
+  return bytes.filter((_, i) => [...lines[i]].length === 1).join(',');
+}
+
+// Every codepage the page offers, the formerly missing ones among them, reads each byte as
+// the command line does: the same files from every byte it defines; "ibm852" as iconv
+// reads it.
+test('exports in every codepage it offers as the command line does', async () => {
+  const offered = await page.$$eval('#codepages option', (options) => options.map((o) => o.value));
+  assert.ok(offered.includes('TIS-620') && offered.includes('CP852'));
+  for (const codepage of [...offered, 'ibm852']) {
+    await fill({ codepage, chars: definedHighBytes(codepage), height: '8', rotations: '0' });
+    await exportNow();
+    const native = await runNative(await pageArguments(), [DEJAVU]);
+    assert.equal(native.status, 0, `${codepage}: ${native.stderr}`);
+    assert.equal(await page.textContent('#message'), asShown(native.stderr), codepage);
+    assert.deepEqual(await downloadedFiles(page), native.files, codepage);
+  }
 });
 
 test('the page shows no console error and no failed request', () => {

@@ -36,11 +36,12 @@ export async function openPage() {
   return { page, problems, close };
 }
 
-// The files behind the page's download links, by their download names.
+// The files behind the page's download links (the pair and the proof), by their download
+// names.
 export async function downloadedFiles(page) {
   return page.evaluate(async () => {
     const files = {};
-    for (const link of document.querySelectorAll('#download-source, #download-header')) {
+    for (const link of document.querySelectorAll('#download-source, #download-header, #download-proof')) {
       if (link.hidden) continue;
       const bytes = new Uint8Array(await (await fetch(link.href)).arrayBuffer());
       files[link.download] = Array.from(bytes);

@@ -63,6 +63,22 @@ function outputName(fields) {
   return fields.name && fields.name.trim() ? fields.name.trim() : baseNameOfFont(fields.font);
 }
 
+// The proof picture's file, beside the two files and named as they are: OUTPUT's name less
+// its ending, every character other than a letter, digit or "_" made "_", then ".png".
+function proofFileName(fields) {
+  return `${outputName(fields).replace(/[^A-Za-z0-9_]/g, '_')}.png`;
+}
+
+// The page's whole command line: the export, and the proof the page shows saved beside its
+// files (of the sample text, when there is one), before the font and the output.
+function commandArguments(fields) {
+  const args = exportArguments(fields);
+  const proof = ['--proof', proofFileName(fields)];
+  if (fields.text) proof.push('--proof-text', fields.text);
+  args.splice(args.length - 2, 0, ...proof);
+  return args;
+}
+
 // One argument as a POSIX shell reads it back.
 function shellQuote(arg) {
   if (/^[A-Za-z0-9_@%+=:,./-]+$/.test(arg)) return arg;
@@ -112,25 +128,12 @@ function cmakeCall(fields) {
   return parts.join(' ') + ')';
 }
 
-// 8-bit codepages glibc's iconv has that the page's iconv lacks, or reads otherwise: the
-// page sends the visitor to the command line for these.
-const CODEPAGES_ONLY_ON_COMMAND_LINE = [
-  'CP737', 'CP775', 'CP852', 'CP855', 'CP857', 'CP860', 'CP861', 'CP862', 'CP863', 'CP864',
-  'CP865', 'CP869', 'CP874', 'KOI8-RU', 'MACINTOSH', 'TIS-620',
-];
-
-// The listed codepage a name stands for, letter case and punctuation ignored; else null.
-function codepageOnlyOnCommandLine(name) {
-  const key = (text) => text.toUpperCase().replace(/[^A-Z0-9]/g, '').replace(/^IBM/, 'CP');
-  return CODEPAGES_ONLY_ON_COMMAND_LINE.find((listed) => key(listed) === key(name || '')) || null;
-}
-
 self.VeltraneCommand = {
   DEFAULTS,
-  CODEPAGES_ONLY_ON_COMMAND_LINE,
   baseNameOfFont,
   exportArguments,
+  commandArguments,
+  proofFileName,
   shellCommand,
   cmakeCall,
-  codepageOnlyOnCommandLine,
 };

@@ -6,7 +6,6 @@ const $ = (id) => document.getElementById(id);
 const PREVIEW_WIDTH = 800;
 const PREVIEW_HEIGHT = 300;
 const DEFAULT_FONT = 'DejaVuSans.ttf';
-const PROOF_DIR = '/proof';
 
 const engine = new Engine((text) => showMessage(text, true));
 const fonts = { main: DEFAULT_FONT, glyphs: '', fallbacks: [] };
@@ -48,17 +47,9 @@ function readable(stderr) {
   return stderr.replace(/^veltrane-fontgen-export: /gm, '').trimEnd();
 }
 
-// Why the page cannot export this codepage itself, or null when it can.
-function codepageRefusal(fields) {
-  const codepage = VeltraneCommand.codepageOnlyOnCommandLine(fields.codepage);
-  if (!codepage) return null;
-  return `${codepage} is a codepage this page cannot export: its iconv lacks it. ` +
-    `veltrane-fontgen-export on Linux exports it, with the command line below.`;
-}
-
 function showCommand() {
   const fields = fieldValues();
-  $('command').textContent = VeltraneCommand.shellCommand(VeltraneCommand.exportArguments(fields));
+  $('command').textContent = VeltraneCommand.shellCommand(VeltraneCommand.commandArguments(fields));
   $('cmake-call').textContent = VeltraneCommand.cmakeCall(fields);
   $('name').placeholder = VeltraneCommand.baseNameOfFont(fonts.main);
 }
@@ -95,19 +86,11 @@ function showProof(png) {
 
 const checkExport = latestOnly(async () => {
   const fields = fieldValues();
-  const refusal = codepageRefusal(fields);
-  if (refusal) {
-    $('stats').textContent = refusal;
-    showProof(null);
-    return;
-  }
-  const args = VeltraneCommand.exportArguments(fields);
-  const proofArgs = ['--stats', '--proof', `${PROOF_DIR}/proof.png`];
-  if (fields.text) proofArgs.push('--proof-text', fields.text);
-  const result = await engine.ask('run', { args: [...proofArgs, ...args], extraDirs: [PROOF_DIR] });
+  const args = ['--stats', ...VeltraneCommand.commandArguments(fields)];
+  const result = await engine.ask('run', { args });
   const failed = result.status !== 0;
   $('stats').textContent = failed ? readable(result.stderr) : result.stdout.trimEnd();
-  showProof(failed ? null : result.files[`${PROOF_DIR}/proof.png`]);
+  showProof(failed ? null : result.files[VeltraneCommand.proofFileName(fields)]);
 });
 
 // --- Export ----------------------------------------------------------------------------
@@ -115,7 +98,7 @@ const checkExport = latestOnly(async () => {
 function clearDownloads() {
   for (const url of downloadUrls) URL.revokeObjectURL(url);
   downloadUrls = [];
-  for (const id of ['download-source', 'download-header']) {
+  for (const id of ['download-source', 'download-header', 'download-proof']) {
     const link = $(id);
     link.hidden = true;
     link.removeAttribute('href');
@@ -124,8 +107,8 @@ function clearDownloads() {
   }
 }
 
-function offerDownload(id, fileName, bytes) {
-  const url = URL.createObjectURL(new Blob([bytes], { type: 'text/plain' }));
+function offerDownload(id, fileName, bytes, type) {
+  const url = URL.createObjectURL(new Blob([bytes], { type }));
   downloadUrls.push(url);
   const link = $(id);
   link.href = url;
@@ -139,22 +122,19 @@ async function exportFont() {
   showMessage('', false);
   await fontsArriving.catch(() => {});
   const fields = fieldValues();
-  const refusal = codepageRefusal(fields);
-  if (refusal) {
-    showMessage(refusal, true);
-    return;
-  }
   $('busy').hidden = false;
   $('export').disabled = true;
   try {
-    const result = await engine.ask('run', { args: VeltraneCommand.exportArguments(fields) });
+    const result = await engine.ask('run', { args: VeltraneCommand.commandArguments(fields) });
     showMessage(readable(result.stderr), result.status !== 0);
     if (result.status !== 0) return;
     const names = Object.keys(result.files);
     const source = names.find((name) => /\.(cpp|c)$/.test(name));
     const header = names.find((name) => /\.h$/.test(name));
-    if (source) offerDownload('download-source', source, result.files[source]);
-    if (header) offerDownload('download-header', header, result.files[header]);
+    const proof = VeltraneCommand.proofFileName(fields);
+    if (source) offerDownload('download-source', source, result.files[source], 'text/plain');
+    if (header) offerDownload('download-header', header, result.files[header], 'text/plain');
+    if (result.files[proof]) offerDownload('download-proof', proof, result.files[proof], 'image/png');
   } catch (e) {
     showMessage(`The export could not run: ${e.message}`, true);
   } finally {

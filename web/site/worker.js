@@ -56,11 +56,10 @@ function takeEngine() {
 }
 
 // Runs the exporter with `args`; returns its exit status, standard output and error, and
-// the files it wrote (any path), by name.
-async function runExport(args, extraDirs) {
+// the files it wrote beside the fonts, by name.
+async function runExport(args) {
   const { engine, out, err } = await takeEngine();
   putFonts(engine);
-  for (const dir of extraDirs) engine.FS.mkdirTree(dir);
   let status = null;
   try {
     status = engine.callMain(args);
@@ -72,12 +71,9 @@ async function runExport(args, extraDirs) {
   // otherwise hold against this reader.
   engine.FS.ignorePermissions = true;
   const files = {};
-  for (const dir of [workDir, ...extraDirs]) {
-    for (const name of engine.FS.readdir(dir)) {
-      const path = `${dir}/${name}`;
-      if (fonts.has(name) && dir === workDir) continue;
-      if (engine.FS.isFile(engine.FS.stat(path).mode)) files[dir === workDir ? name : path] = engine.FS.readFile(path);
-    }
+  for (const name of engine.FS.readdir(workDir)) {
+    const path = `${workDir}/${name}`;
+    if (!fonts.has(name) && engine.FS.isFile(engine.FS.stat(path).mode)) files[name] = engine.FS.readFile(path);
   }
   return { status, stdout: joinLines(out), stderr: joinLines(err), files };
 }
@@ -126,7 +122,7 @@ const handlers = {
     if (previewFont && previewFont[0] === name) previewFont = null;
     return {};
   },
-  run: ({ args, extraDirs }) => runExport(args, extraDirs || []),
+  run: ({ args }) => runExport(args),
   preview,
 };
 

@@ -1,5 +1,6 @@
 // Exits 0 when the quoted text's characters, and only they, were exported, the codes of a
-// CHARS list are, and the merged font holds its icon and its fallback character.
+// CHARS list are, and the merged font holds its icon, its fallback character and those of
+// its strings file.
 #include <My_Font_2.h>
 #include <merged.h>
 #include <quoted.h>
@@ -14,7 +15,8 @@ int main()
         if ((font_quoted_0.chars[code] != nullptr) != listed)
             return 1;
     }
-    const bool merged = font_merged_0.chars[0x80] != nullptr && font_merged_0.chars['B'] != nullptr;
+    const bool merged = font_merged_0.chars[0x80] != nullptr && font_merged_0.chars['B'] != nullptr &&
+                        font_merged_0.chars['V'] != nullptr;
     const bool listed = font_My_Font_2_0.chars['A'] != nullptr && font_My_Font_2_180.chars['V'] != nullptr;
     return merged && listed ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 // Rules every front end shares: the height text, the output path, the base name.
-#include "export/files/base_name.h"
 #include "export/desktop/export_settings.h"
+#include "export/files/base_name.h"
+#include "output_name_cases.h"
 
 #include <gtest/gtest.h>
 
@@ -31,27 +32,14 @@ TEST(ExportSettingsTest, FontHeightTexts)
     }
 }
 
-// The path as a save dialog returns it: its directory plus "/" (the current one when it has
-// none), its file name less one ".cpp" in any letter case, sanitized for identifiers.
+// The path as a save dialog returns it or OUTPUT names it: its directory plus "/" (the
+// current one when it has none), its file name less one ending of the format in any letter
+// case, sanitized for identifiers. The command line's runs of the same table are in
+// tests/cli.
 TEST(ExportSettingsTest, OutputPathsAndBaseNames)
 {
-    // clang-format off
-    const struct {
-        std::string path, directory, baseName, sanitized;
-    } rows[] = {
-        {"/tmp/out/My Font-2.CPP", "/tmp/out/", "My Font-2", "My_Font_2"},
-        {"font.cpp", "./", "font", "font"},
-        {"/font.cpp", "/", "font", "font"},
-        {"Font.cpp.cpp", "./", "Font.cpp", "Font_cpp"},
-        {"Font.h", "./", "Font.h", "Font_h"},
-        {".CpP", "./", "", ""},
-        {"cpp", "./", "cpp", "cpp"},
-        {"/tmp/dir.cpp/caf\xC3\xA9", "/tmp/dir.cpp/", "caf\xC3\xA9", "caf__"},
-        {"8x8_ok\t\x7F", "./", "8x8_ok\t\x7F", "8x8_ok__"},
-    };
-    // clang-format on
-    for (const auto& row : rows) {
-        OutputLocation location = SplitOutputPath(row.path);
+    for (const OutputNameCase& row : kOutputNameCases) {
+        OutputLocation location = SplitOutputPath(row.path, row.format);
         EXPECT_EQ(location.directory + "|" + location.baseName, row.directory + "|" + row.baseName) << row.path;
         SanitizeBaseName(location.baseName);
         EXPECT_EQ(location.baseName, row.sanitized) << row.path;

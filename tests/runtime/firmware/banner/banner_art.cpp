@@ -1,7 +1,7 @@
 // Draws a banner in the four rotations as text art, the same program on the host and on a
 // Cortex-M3: its output is compared byte for byte. It draws from the ds export, then through
-// the runtime from the packed export, and checks each picture against the ds one quantized
-// to the packed bits a pixel.
+// the runtime from the packed export, a Unicode font, and checks each picture against the ds
+// one quantized to the packed bits a pixel; then a banner of four scripts from UTF-8.
 
 #include "canvas.h"
 #include "ds_text.h"
@@ -18,6 +18,9 @@ namespace {
 // above 127, negative as a char on the host but not on ARM.
 const char kBanner[] = "\xABT\xFCr\xBB \xC4V\xE9 jy 21\xB0"
                        "C";
+// The same in UTF-8, and the second line of banner_strings.txt.
+const char kBannerUtf8[] = "«Tür» ÄVé jy 21°C";
+const char kScripts[] = "Grüße, Привет, Γειά σου, 你好世界";
 const ds_bitmap_font_t* const kDsFonts[] = {&font_banner_ds_0, &font_banner_ds_90, &font_banner_ds_180,
                                             &font_banner_ds_270};
 const int kMargin = 2; // room for ink left of the first pen position and past the last advance
@@ -64,8 +67,8 @@ bool DrawPacked(int rotation, int advance)
     const ds_bitmap_font_t& ds = *kDsFonts[rotation / 90];
     const vt_font_t* font = &font_banner_packed;
     const Pen pen = Frame(rotation, advance, ds.ascender, ds.descender, packed_canvas);
-    const int drawn = vt_draw_text(font, kBanner, pen.x, pen.y, rotation, PlotPacked, &packed_canvas);
-    bool same = drawn == advance && vt_text_width(font, kBanner) == advance &&
+    const int drawn = vt_draw_text(font, kBannerUtf8, pen.x, pen.y, rotation, PlotPacked, &packed_canvas);
+    bool same = drawn == advance && vt_text_width(font, kBannerUtf8) == advance &&
                 vt_font_height(font) == static_cast<int>(ds.height) && vt_font_ascender(font) == ds.ascender &&
                 vt_font_descender(font) == ds.descender;
     for (int i = 0; i < ds_canvas.width * ds_canvas.height; ++i)
@@ -74,6 +77,17 @@ bool DrawPacked(int rotation, int advance)
     if (!same)
         CanvasPrint(packed_canvas);
     return same;
+}
+
+// Draws the banner of four scripts through the runtime and prints it.
+void DrawScripts(int rotation)
+{
+    const vt_font_t* font = &font_banner_packed;
+    const int advance = vt_text_width(font, kScripts);
+    const Pen pen = Frame(rotation, advance, vt_font_ascender(font), vt_font_descender(font), packed_canvas);
+    vt_draw_text(font, kScripts, pen.x, pen.y, rotation, PlotPacked, &packed_canvas);
+    printf("scripts %d: advance %d\n", rotation, advance);
+    CanvasPrint(packed_canvas);
 }
 
 // Draws the banner from the ds record of `rotation` and prints it; returns its advance.
@@ -97,6 +111,7 @@ int main()
     for (int rotation = 0; rotation < 360; rotation += 90) {
         const int advance = DrawDs(rotation);
         ok = DrawPacked(rotation, advance) && ok;
+        DrawScripts(rotation);
     }
     return ok ? 0 : 1;
 }

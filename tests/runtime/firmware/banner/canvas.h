@@ -5,7 +5,7 @@
 
 #include <stdint.h>
 
-constexpr int kCanvasMaxSide = 160;
+constexpr int kCanvasMaxSide = 224;
 
 struct Canvas
 {
