@@ -5,6 +5,7 @@
 #include <hb-ot.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <memory>
 
@@ -66,11 +67,15 @@ private:
     bool broken = false;
 };
 
-// What HarfBuzz's glyph collection leaves out of a GSUB or GPOS lookup: the lookups its
-// context rules call (collected for GSUB only as far as their output goes, for GPOS not at
-// all) and the glyphs of its class-based context subtables' classes, of which it collects
-// only those of classes a rule names (a rule naming class 0 then matches every glyph outside
-// the class definition but not the glyphs of classes no rule names).
+// A GSUB or GPOS table read for every glyph its lookups can look at: those of coverage
+// tables, the glyphs of rules and of the second place of pairs and ligatures, and those a
+// class definition of a class-based context or pair subtable gives a class other than 0; and
+// the lookups that context rules call. HarfBuzz's own glyph collection leaves out some: it
+// follows no called lookup in GPOS and only their output in GSUB; of a class-based context
+// subtable it collects the classes a rule names, while a rule naming class 0 matches every
+// glyph outside the class definition but not the glyphs of classes no rule names; and it
+// stops at a coverage table out of order, whose glyphs its binary search may still find.
+// Output glyphs are left out here: a lookup that makes one does not look at it.
 class LookupReader
 {
 public:
@@ -85,7 +90,7 @@ public:
     unsigned LookupCount() const { return lookupCount; }
     bool Broken() const { return table.Broken(); }
 
-    // Adds to `calls` the lookups `lookup` calls and marks its classed glyphs in `glyphs`.
+    // Adds to `calls` the lookups `lookup` calls and marks its glyphs in `glyphs`.
     void Read(unsigned lookup, std::vector<unsigned>& calls, std::vector<bool>& glyphs)
     {
         const size_t at = lookupList + table.U16(lookupList + 2 + 2 * lookup);
@@ -104,57 +109,100 @@ private:
                 ReadSubtable(at + table.U32(at + 4), table.U16(at + 2), calls, glyphs);
             return;
         }
-        const bool context = type == (isGsub ? 5u : 7u);
-        const bool chain = type == (isGsub ? 6u : 8u);
-        if (!context && !chain)
-            return;
+        const unsigned format = table.U16(at);
+        auto coverage = [&](size_t field) {
+            MarkCoverage(at, table.U16(field), glyphs);
+        };
+        auto coverages = [&](size_t field) { // a count, then that many offsets; past them
+            const unsigned count = table.U16(field);
+            for (unsigned i = 0; i < count && !Broken(); ++i)
+                coverage(field + 2 + 2 * i);
+            return field + 2 + 2 * count;
+        };
+        auto classes = [&](size_t field) {
+            MarkClassed(at, table.U16(field), glyphs);
+        };
+        if (type == (isGsub ? 5u : 7u) || type == (isGsub ? 6u : 8u))
+            return ReadContext(at, type == (isGsub ? 6u : 8u), calls, glyphs);
+        coverage(at + 2);
+        if (isGsub && type == 4) { // ligatures: the components after the first
+            ForEachOffset(at, at + 4, [&](size_t set) {
+                ForEachOffset(set, set, [&](size_t ligature) {
+                    const unsigned components = table.U16(ligature + 2);
+                    MarkGlyphs(ligature + 4, std::max(components, 1u) - 1, glyphs);
+                });
+            });
+        } else if (isGsub && type == 8) { // reverse chaining: backtrack and look-ahead coverages
+            coverages(coverages(at + 4));
+        } else if (!isGsub && type == 2 && format == 1) { // pairs: the second glyph of each
+            const unsigned recordSize = 2 * (1 + ValueLength(table.U16(at + 4)) + ValueLength(table.U16(at + 6)));
+            ForEachOffset(at, at + 8, [&](size_t set) {
+                const unsigned pairs = table.U16(set);
+                for (unsigned i = 0; i < pairs && !Broken(); ++i)
+                    MarkGlyphs(set + 2 + recordSize * i, 1, glyphs);
+            });
+        } else if (!isGsub && type == 2 && format == 2) {
+            classes(at + 10); // the class definition of the second glyphs
+        } else if (!isGsub && type >= 4 && type <= 6) {
+            coverage(at + 4); // the base, ligature or mark a mark attaches to
+        }
+    }
+
+    // A context or chained context subtable.
+    void ReadContext(size_t at, bool chain, std::vector<unsigned>& calls, std::vector<bool>& glyphs)
+    {
         const unsigned format = table.U16(at);
         if (format == 3) {
-            // Coverage tables only, then the calls.
+            // Coverage tables for every place, then the calls.
             size_t field = at + 2;
-            if (context) {
+            if (!chain) {
                 const unsigned inputs = table.U16(field);
                 const unsigned records = table.U16(field + 2);
+                for (unsigned i = 0; i < inputs && !Broken(); ++i)
+                    MarkCoverage(at, table.U16(field + 4 + 2 * i), glyphs);
                 return ReadCalls(field + 4 + 2 * inputs, records, calls);
             }
-            for (int sequence = 0; sequence < 3; ++sequence) // backtrack, input, lookahead
-                field += 2 + 2 * table.U16(field);
+            for (int sequence = 0; sequence < 3; ++sequence) { // backtrack, input, look-ahead
+                const unsigned count = table.U16(field);
+                for (unsigned i = 0; i < count && !Broken(); ++i)
+                    MarkCoverage(at, table.U16(field + 2 + 2 * i), glyphs);
+                field += 2 + 2 * count;
+            }
             return ReadCalls(field + 2, table.U16(field), calls);
         }
         if (format != 1 && format != 2)
             return; // HarfBuzz applies no other format
+        MarkCoverage(at, table.U16(at + 2), glyphs);
         size_t sets = at + 4;
         if (format == 2) {
-            const int classDefs = context ? 1 : 3;
+            const int classDefs = chain ? 3 : 1;
             for (int i = 0; i < classDefs; ++i)
-                if (const unsigned offset = table.U16(at + 4 + 2 * i))
-                    MarkClassed(at + offset, glyphs);
+                MarkClassed(at, table.U16(at + 4 + 2 * i), glyphs);
             sets += 2 * classDefs;
         }
-        const unsigned setCount = table.U16(sets);
-        for (unsigned i = 0; i < setCount && !Broken(); ++i) {
-            const unsigned setOffset = table.U16(sets + 2 + 2 * i);
-            if (setOffset == 0)
-                continue;
-            const size_t set = at + setOffset;
-            const unsigned rules = table.U16(set);
-            for (unsigned r = 0; r < rules && !Broken(); ++r)
-                ReadRule(set + table.U16(set + 2 + 2 * r), chain, calls);
-        }
+        // Rules name glyphs in format 1, classes in format 2.
+        std::vector<bool>* named = format == 1 ? &glyphs : nullptr;
+        ForEachOffset(at, sets, [&](size_t set) {
+            ForEachOffset(set, set, [&](size_t rule) { ReadRule(rule, chain, named, calls); });
+        });
     }
 
     // A rule of a format 1 or 2 subtable: its sequences of glyphs or classes, then the calls.
-    void ReadRule(size_t at, bool chain, std::vector<unsigned>& calls)
+    void ReadRule(size_t at, bool chain, std::vector<bool>* glyphs, std::vector<unsigned>& calls)
     {
+        auto sequence = [&](size_t field, unsigned count) {
+            if (glyphs)
+                MarkGlyphs(field, count, *glyphs);
+            return field + 2 * count;
+        };
         if (!chain) {
             const unsigned inputs = table.U16(at);
             const unsigned records = table.U16(at + 2);
-            return ReadCalls(at + 4 + 2 * (std::max(inputs, 1u) - 1), records, calls);
+            return ReadCalls(sequence(at + 4, std::max(inputs, 1u) - 1), records, calls);
         }
-        size_t field = at;
-        field += 2 + 2 * table.U16(field);                              // backtrack
-        field += 2 + 2 * (std::max<unsigned>(table.U16(field), 1) - 1); // input after the first
-        field += 2 + 2 * table.U16(field);                              // lookahead
+        size_t field = sequence(at + 2, table.U16(at));                           // backtrack
+        field = sequence(field + 2, std::max<unsigned>(table.U16(field), 1) - 1); // input after the first
+        field = sequence(field + 2, table.U16(field));                            // look-ahead
         ReadCalls(field + 2, table.U16(field), calls);
     }
 
@@ -165,28 +213,69 @@ private:
             calls.push_back(table.U16(at + 4 * i + 2));
     }
 
-    // Every glyph a class definition gives a class other than 0.
-    void MarkClassed(size_t at, std::vector<bool>& glyphs)
+    // The offsets from `base` counted at `field` and listed after it, null ones left out.
+    template <typename Visit>
+    void ForEachOffset(size_t base, size_t field, Visit visit)
     {
-        auto mark = [&](size_t first, size_t last) {
-            const size_t end = std::min(last + 1, glyphs.size());
-            if (first < end && table.Spend(end - first))
-                std::fill(glyphs.begin() + static_cast<std::ptrdiff_t>(first),
-                          glyphs.begin() + static_cast<std::ptrdiff_t>(end), true);
-        };
+        const unsigned count = table.U16(field);
+        for (unsigned i = 0; i < count && !Broken(); ++i)
+            if (const unsigned offset = table.U16(field + 2 + 2 * i))
+                visit(base + offset);
+    }
+
+    // The 16-bit fields of a value record of `format`.
+    static unsigned ValueLength(unsigned format) { return static_cast<unsigned>(std::popcount(format)); }
+
+    void MarkGlyphs(size_t at, unsigned count, std::vector<bool>& glyphs)
+    {
+        for (unsigned i = 0; i < count && !Broken(); ++i)
+            Mark(table.U16(at + 2 * i), table.U16(at + 2 * i), glyphs);
+    }
+
+    void Mark(size_t first, size_t last, std::vector<bool>& glyphs)
+    {
+        if (first > last || !table.Spend(last - first + 1))
+            return;
+        if (last >= glyphs.size()) // past the face's glyph count, as a broken face may say
+            glyphs.resize(last + 1);
+        std::fill(glyphs.begin() + static_cast<std::ptrdiff_t>(first),
+                  glyphs.begin() + static_cast<std::ptrdiff_t>(last) + 1, true);
+    }
+
+    // Every glyph of the coverage table at `offset` from `base`, in whatever order.
+    void MarkCoverage(size_t base, unsigned offset, std::vector<bool>& glyphs)
+    {
+        if (offset == 0)
+            return;
+        const size_t at = base + offset;
+        const unsigned format = table.U16(at);
+        const unsigned count = table.U16(at + 2);
+        if (format == 1)
+            MarkGlyphs(at + 4, count, glyphs);
+        else if (format == 2)
+            for (unsigned i = 0; i < count && !Broken(); ++i)
+                Mark(table.U16(at + 4 + 6 * i), table.U16(at + 6 + 6 * i), glyphs);
+    }
+
+    // Every glyph the class definition at `offset` from `base` gives a class other than 0.
+    void MarkClassed(size_t base, unsigned offset, std::vector<bool>& glyphs)
+    {
+        if (offset == 0)
+            return;
+        const size_t at = base + offset;
         const unsigned format = table.U16(at);
         if (format == 1) {
             const unsigned start = table.U16(at + 2);
             const unsigned count = table.U16(at + 4);
             for (unsigned i = 0; i < count && !Broken(); ++i)
                 if (table.U16(at + 6 + 2 * i) != 0)
-                    mark(start + i, start + i);
+                    Mark(start + i, start + i, glyphs);
         } else if (format == 2) {
             const unsigned ranges = table.U16(at + 2);
             for (unsigned i = 0; i < ranges && !Broken(); ++i) {
                 const size_t range = at + 4 + 6 * i;
                 if (table.U16(range + 4) != 0)
-                    mark(table.U16(range), table.U16(range + 2));
+                    Mark(table.U16(range), table.U16(range + 2), glyphs);
             }
         }
     }

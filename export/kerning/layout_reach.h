@@ -7,10 +7,10 @@
 #include <vector>
 
 // The glyphs that shaping with `plans` can treat apart from others: every glyph a lookup of
-// the plans' GSUB and GPOS features names (as HarfBuzz collects them, before, input, after
-// or output), those of the lookups such lookups call in turn, every glyph a class-based
-// context subtable gives a class other than 0, and those of the pairs of a 'kern' table,
-// which HarfBuzz applies for a script whose GPOS features have no 'kern'.
+// the plans' GSUB and GPOS features names, or a lookup such lookups call in turn (read from
+// the tables, in whatever order they list them, and as HarfBuzz collects them), every glyph
+// a class-based context or pair subtable gives a class other than 0, and those of the pairs
+// of a 'kern' table, which HarfBuzz applies for a script whose GPOS features have no 'kern'.
 //
 // A glyph outside the set is, to every lookup, one of the crowd: it is covered by none, and
 // where a rule matches "any glyph of class 0" it matches all of them. Indexed by glyph.
