@@ -1,7 +1,7 @@
 /* A stand-in for a C firmware's text drawing with a packed font: draws a line of text
  * through the Veltrane runtime in the four rotations and shows each as text art.
  *
- *   packed_banner [TEXT]   TEXT (default Hello) in the packed banner font
+ *   packed_banner [TEXT]   the UTF-8 TEXT (default "Hello, Привет, Γειά") in the packed banner font
  */
 #include <packed_banner_font.h> /* generated: font_packed_banner_font */
 
@@ -10,7 +10,7 @@
 
 enum
 {
-    kSize = 160 /* the canvas's width and height, the pen in its middle */
+    kSize = 320 /* the canvas's width and height, the pen in its middle */
 };
 
 struct canvas
@@ -39,7 +39,8 @@ static char shade(uint8_t coverage)
 int main(int argc, char** argv)
 {
     static struct canvas canvas;
-    const char* text = argc > 1 ? argv[1] : "Hello";
+    const char* text = argc > 1 ? argv[1] : "Hello, \xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82, "
+                                            "\xCE\x93\xCE\xB5\xCE\xB9\xCE\xAC"; /* Hello, Привет, Γειά */
     int rotation;
     for (rotation = 0; rotation < 360; rotation += 90) {
         int x, y, advance;

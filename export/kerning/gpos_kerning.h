@@ -3,9 +3,7 @@
 #include "charset/export_characters.h"
 #include "export/kerning/harfbuzz_face.h"
 #include "export/kerning/kerning_source.h"
-
-#include <unordered_map>
-#include <vector>
+#include "export/kerning/kerning_table.h"
 
 // Kerning from the font's OpenType 'kern' feature, as HarfBuzz shapes each pair alone:
 // the value of "P then C" is, in whole pixels, (d + 32) >> 6 clamped to -128..127, where d
@@ -15,7 +13,9 @@
 // glyphs. Every listed character takes part on both sides.
 //
 // All pairs are worked out once, in the constructor, on as many threads as the machine
-// has cores: the export asks for them per character and rotation.
+// has cores: the export asks for them per character and rotation. Characters whose glyphs
+// no lookup can tell apart are not shaped one by one (see gpos_kerning.cpp), so a list of
+// 20,000 ideographs costs about what its few hundred kerning glyphs do.
 class GposKerning : public KerningSource
 {
 public:
@@ -25,7 +25,5 @@ public:
     std::vector<KerningPair> PairsOf(uint32_t code) override;
 
 private:
-    CharCodeList codes;
-    std::unordered_map<uint32_t, int> indexOf;
-    std::vector<int8_t> values; // [first * size + second]
+    KerningTable table;
 };

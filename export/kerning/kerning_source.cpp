@@ -8,32 +8,45 @@
 
 namespace {
 
-// FreeType's kerning lookup, asked afresh for every character: between the characters
-// of a codepage's bytes, or as the desktop program asks it for codes that are characters.
-class LegacyKerning : public KerningSource
+// FreeType's kerning lookup as the desktop program asks it, afresh for every character:
+// between codes cut to char, taken as characters.
+class DesktopLegacyKerning : public KerningSource
 {
 public:
-    LegacyKerning(FTFont& font, const ExportCharacters& characters, LegacyLookup lookup)
-        : font(font), characters(characters), byCharacter(lookup == LegacyLookup::ByCharacter)
+    DesktopLegacyKerning(FTFont& font, const ExportCharacters& characters) : font(font)
     {
         for (const ExportCharacter& listed : characters)
             codes.push_back(listed.code);
     }
 
-    std::vector<KerningPair> PairsOf(uint32_t code) override
-    {
-        if (!byCharacter)
-            return CollectKerningPairs(&font, &codes, code);
-        const auto listed = std::find_if(characters.begin(), characters.end(),
-                                         [code](const ExportCharacter& c) { return c.code == code; });
-        return CollectKerningPairs(font, characters, *listed);
-    }
+    std::vector<KerningPair> PairsOf(uint32_t code) override { return CollectKerningPairs(&font, &codes, code); }
 
 private:
     FTFont& font;
-    const ExportCharacters& characters;
     CharCodeList codes;
-    bool byCharacter;
+};
+
+// FreeType's kerning lookup between the characters the codes stand for, worked out once.
+class LegacyKerning : public KerningSource
+{
+public:
+    LegacyKerning(FTFont& font, const ExportCharacters& characters) : table(CodesOf(characters))
+    {
+        table.Add(CollectKerningPairs(font, characters));
+    }
+
+    std::vector<KerningPair> PairsOf(uint32_t code) override { return table.PairsOf(code); }
+
+private:
+    static CharCodeList CodesOf(const ExportCharacters& characters)
+    {
+        CharCodeList codes;
+        for (const ExportCharacter& listed : characters)
+            codes.push_back(listed.code);
+        return codes;
+    }
+
+    KerningTable table;
 };
 
 // Every character without pairs: written exactly as for a font that has no kerning.
@@ -55,9 +68,11 @@ std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportChara
         if (options.kerning == KerningMode::Gpos || face.HasGposKerning())
             return std::make_unique<GposKerning>(face, font.Face()->size->metrics.y_ppem, characters);
     }
-    if (options.codepage != nullptr)
-        lookup = LegacyLookup::ByCharacter;
-    return std::make_unique<LegacyKerning>(font, characters, lookup);
+    const bool bytes = std::all_of(characters.begin(), characters.end(),
+                                   [](const ExportCharacter& listed) { return listed.code <= 0xFF; });
+    if (lookup == LegacyLookup::AsDesktop && options.codepage == nullptr && bytes)
+        return std::make_unique<DesktopLegacyKerning>(font, characters);
+    return std::make_unique<LegacyKerning>(font, characters);
 }
 
 KerningByFont::KerningByFont(const std::vector<FTFont*>& fonts, const ExportCharacters& characters,

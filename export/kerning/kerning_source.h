@@ -27,8 +27,9 @@ enum class LegacyLookup
 
 // Both `characters` and `font` must outlive the source, and the face must be set to the
 // export size. Legacy kerning is looked up as the desktop does unless the options name a
-// codepage or `lookup` says otherwise. A GPOS source (KerningMode::Gpos,
-// or Auto for a face whose GPOS table has a 'kern' feature) works out every pair here;
+// codepage, a code is past 255 (the desktop's codes are bytes) or `lookup` says otherwise;
+// looked up by character, every pair is worked out here. So is every pair of a GPOS source
+// (KerningMode::Gpos, or Auto for a face whose GPOS table has a 'kern' feature);
 // KerningMode::None gives no pairs at all.
 std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportCharacters& characters,
                                                  const ExportOptions& options,

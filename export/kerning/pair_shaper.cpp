@@ -32,24 +32,11 @@ hb_segment_properties_t PropertiesOf(hb_script_t script)
     return properties;
 }
 
-// The character's script, or HB_SCRIPT_UNKNOWN for one of no particular script.
-hb_script_t ScriptOf(hb_codepoint_t character)
-{
-    const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), character);
-    return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED ? HB_SCRIPT_UNKNOWN : script;
-}
-
 hb_shape_plan_t* PlanFor(hb_face_t* face, hb_script_t script, Kerning kerning)
 {
     const hb_segment_properties_t properties = PropertiesOf(script);
     const Features features = FeaturesWith(kerning);
     return hb_shape_plan_create_cached(face, &properties, features.data(), features.size(), nullptr);
-}
-
-// Scripts of HarfBuzz's default shaper, which looks at no text around the buffer.
-bool ShapesPlainly(hb_script_t script)
-{
-    return script == HB_SCRIPT_LATIN || script == HB_SCRIPT_CYRILLIC || script == HB_SCRIPT_GREEK;
 }
 
 // The shaped text of `count` glyphs from `glyph` on.
@@ -130,7 +117,7 @@ std::vector<std::optional<ShapedText>> PairShaper::ShapeNeighbours(hb_buffer_t* 
 {
     std::vector<std::optional<ShapedText>> pairs(std::max<size_t>(text.size(), 1) - 1);
     // Apple layout tables and other shapers may look at text around a piece.
-    if (hasAppleLayout || !ShapesPlainly(script) || !ShapeText(buffer, text, script, kerning))
+    if (hasAppleLayout || !ShapedPlainly(script) || !ShapeText(buffer, text, script, kerning))
         return pairs;
     unsigned count = 0;
     const hb_glyph_info_t* info = hb_buffer_get_glyph_infos(buffer, &count);
@@ -159,8 +146,43 @@ hb_codepoint_t PairShaper::NominalGlyph(hb_codepoint_t character) const
     return hb_font_get_nominal_glyph(font, character, &glyph) ? glyph : 0;
 }
 
+std::vector<hb_shape_plan_t*> PairShaper::ShapePlans() const
+{
+    std::vector<hb_shape_plan_t*> all;
+    for (const Plans& scriptPlans : plans) {
+        all.push_back(scriptPlans.kerningOff);
+        all.push_back(scriptPlans.kerningOn);
+    }
+    return all;
+}
+
+hb_script_t CharacterScript(hb_codepoint_t character)
+{
+    const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), character);
+    return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED ? HB_SCRIPT_UNKNOWN : script;
+}
+
+bool ShapedPlainly(hb_script_t script)
+{
+    switch (script) {
+    case HB_SCRIPT_LATIN:
+    case HB_SCRIPT_CYRILLIC:
+    case HB_SCRIPT_GREEK:
+    case HB_SCRIPT_ARMENIAN:
+    case HB_SCRIPT_GEORGIAN:
+    case HB_SCRIPT_HAN:
+    case HB_SCRIPT_HIRAGANA:
+    case HB_SCRIPT_KATAKANA:
+    case HB_SCRIPT_BOPOMOFO:
+        return true;
+    default:
+        return false;
+    }
+}
+
 hb_script_t PairScript(hb_codepoint_t first, hb_codepoint_t second)
 {
-    const hb_script_t script = ScriptOf(first) != HB_SCRIPT_UNKNOWN ? ScriptOf(first) : ScriptOf(second);
+    const hb_script_t script =
+        CharacterScript(first) != HB_SCRIPT_UNKNOWN ? CharacterScript(first) : CharacterScript(second);
     return script != HB_SCRIPT_UNKNOWN ? script : HB_SCRIPT_LATIN;
 }

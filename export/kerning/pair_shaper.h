@@ -48,6 +48,8 @@ public:
                                                            hb_script_t script, Kerning kerning) const;
     // The character's glyph in the font's character map; 0 when it has none.
     hb_codepoint_t NominalGlyph(hb_codepoint_t character) const;
+    // The plans pairs are shaped with: every script's, with 'kern' off and on.
+    std::vector<hb_shape_plan_t*> ShapePlans() const;
 
 private:
     struct Plans
@@ -70,3 +72,14 @@ private:
 // The script of the buffer a pair is shaped in: the first of the two characters' scripts
 // that is not Common, Inherited or Unknown; Latin when neither is.
 hb_script_t PairScript(hb_codepoint_t first, hb_codepoint_t second);
+
+// The character's script, or HB_SCRIPT_UNKNOWN for Common, Inherited and Unknown.
+hb_script_t CharacterScript(hb_codepoint_t character);
+
+// Scripts HarfBuzz shapes with its default shaper and writes left to right natively. That
+// shaper looks at no text around the buffer, and tells two characters with glyphs apart by
+// their glyphs and their Unicode general category alone, except for marks, default
+// ignorables, a few that join a cluster before them (emoji modifiers, regional indicators,
+// the halfwidth katakana sound marks) and U+2044 FRACTION SLASH, which makes the digits
+// beside it a fraction: no joining forms, syllables or reordering.
+bool ShapedPlainly(hb_script_t script);

@@ -1,6 +1,8 @@
 #!/usr/bin/python3
 """Regenerates the tests' own TrueType fonts: tests/fonts/veltrane-test.ttf, one without GPOS,
-and veltrane-test-icons.ttf, a second font to merge into exports of the first (see ICON_GLYPHS).
+veltrane-test-icons.ttf, a second font to merge into exports of the first (see ICON_GLYPHS),
+and veltrane-test-crowds.ttf, whose kerning tells apart glyphs that no lookup names (see
+CROWD_GLYPHS).
 
 Needs Debian's python3-fonttools (fontTools.fontBuilder); `make test-font` installs it
 when missing and runs this script. The .ttf is committed, so the build never runs it.
@@ -65,9 +67,11 @@ from pathlib import Path
 
 from fontTools.feaLib.builder import addOpenTypeFeaturesFromString
 from fontTools.fontBuilder import FontBuilder
+from fontTools.otlLib.builder import buildCoverage
 from fontTools.pens.ttGlyphPen import TTGlyphPen
 from fontTools.ttLib.tables._k_e_r_n import KernTable_format_0
 from fontTools.ttLib import newTable
+from fontTools.ttLib.tables import otTables
 from fontTools.misc.timeTools import timestampFromString
 
 UNITS_PER_EM = 1024
@@ -116,6 +120,67 @@ ICON_KERN_PAIRS = {
     ("battery", "bell"): -64,
     ("A", "B"): -128,
 }
+
+# The third font: glyphs no lookup names that kerning nonetheless tells apart, each from the
+# one before it in code order. "k" against "m": a class-based rule after A matches any glyph
+# of class 0, and k has a class no rule names. "m" against "n": that rule calls a pair
+# adjustment for "A n" that no feature names. "m" against "p", a GDEF ligature the rule
+# skips. "m" against "mu": the period moves after Latin only. "plus" against "equal", which
+# composes with the combining solidus into "notequal"; the solidus moves by itself.
+CROWD_GLYPHS = {
+    ".notdef": (None, 8, [(1, 0, 7, 10, False), (2, 1, 6, 9, True)]),
+    "plus": (0x2B, 6, [(0, 3, 6, 5, False), (2, 1, 4, 7, False)]),
+    "period": (0x2E, 4, [(1, 0, 3, 2, False)]),
+    "equal": (0x3D, 6, [(0, 2, 6, 3, False), (0, 5, 6, 6, False)]),
+    "A": (0x41, 10, [(1, 0, 9, 8, False)]),
+    "k": (0x6B, 6, [(1, 0, 2, 10, False), (3, 0, 5, 6, False)]),
+    "m": (0x6D, 8, [(1, 0, 7, 6, False)]),
+    "n": (0x6E, 6, [(1, 0, 5, 6, False)]),
+    "p": (0x70, 6, [(1, -3, 5, 6, False)]),
+    "uni0338": (0x338, 0, [(-4, 0, -2, 8, False)]),
+    "mu": (0x3BC, 6, [(1, -3, 5, 6, False)]),
+    "notequal": (0x2260, 6, [(0, 2, 6, 3, False), (0, 5, 6, 6, False), (2, 0, 4, 8, False)]),
+}
+CROWD_FEATURES = """languagesystem DFLT dflt; languagesystem latn dflt; languagesystem grek dflt;
+table GDEF { GlyphClassDef [plus period equal A k m n mu notequal], [p], [uni0338], ; } GDEF;
+lookup SELF { pos A <0 0 -64 0>; } SELF;
+lookup NEXT_N { pos A n -64; } NEXT_N;
+lookup CONTEXT { lookupflag IgnoreLigatures; pos A' lookup SELF lookup NEXT_N k; } CONTEXT;
+lookup SOLIDUS { pos uni0338 <-64 0 0 0>; } SOLIDUS;
+lookup PERIOD { pos period <-64 0 -64 0>; } PERIOD;
+feature kern { lookup CONTEXT; lookup SOLIDUS; script latn; lookup PERIOD; } kern;"""
+
+
+def class_def(classes):
+    table = otTables.ClassDef()
+    table.classDefs = dict(classes)
+    return table
+
+
+def build_crowd_font():
+    font = build_font(CROWD_GLYPHS, {}, "Veltrane Test Crowds")
+    del font["kern"]
+    addOpenTypeFeaturesFromString(font, CROWD_FEATURES)
+    # The rule after A as feaLib writes it names k in its look-ahead; make it class-based,
+    # with look-ahead class 0 and k in class 1, which no rule names.
+    lookup = next(l for l in font["GPOS"].table.LookupList.Lookup if l.LookupType == 8)
+    records = lookup.SubTable[0].PosLookupRecord
+    rule = otTables.ChainPosClassRule()
+    rule.Backtrack, rule.Input, rule.LookAhead = [], [], [0]
+    rule.BacktrackGlyphCount, rule.InputGlyphCount, rule.LookAheadGlyphCount = 0, 1, 1
+    rule.PosLookupRecord, rule.PosCount = records, len(records)
+    rules = otTables.ChainPosClassSet()
+    rules.ChainPosClassRule, rules.ChainPosClassRuleCount = [rule], 1
+    subtable = otTables.ChainContextPos()
+    subtable.Format = 2
+    subtable.Coverage = buildCoverage(["A"], font.getReverseGlyphMap())
+    subtable.BacktrackClassDef = class_def({})
+    subtable.InputClassDef = class_def({"A": 1})
+    subtable.LookAheadClassDef = class_def({"k": 1})
+    subtable.ChainPosClassSet, subtable.ChainPosClassSetCount = [None, rules], 2
+    lookup.SubTable = [subtable]
+    return font
+
 
 GPOS_KERN = """feature kern { pos A V' <-64 0 0 0 <device 16 -2> <device NULL> <device NULL> <device NULL>>;
 pos T A -192; pos V eacute -9000; pos period A 9000; pos period T -64; pos j <-64 0 -128 0>; pos T <64 0 0 0>; } kern;
@@ -176,6 +241,7 @@ def main():
     addOpenTypeFeaturesFromString(font, GPOS_KERN)
     font.save(str(folder / "veltrane-test.ttf"))
     build_font(ICON_GLYPHS, ICON_KERN_PAIRS, "Veltrane Test Icons").save(str(folder / "veltrane-test-icons.ttf"))
+    build_crowd_font().save(str(folder / "veltrane-test-crowds.ttf"))
 
 
 if __name__ == "__main__":
