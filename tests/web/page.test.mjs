@@ -267,8 +267,8 @@ test('keeps the --stats table and the proof up to date as the fields change', as
 });
 
 // The 20 MB collection with every CJK ideograph listed: the check of those 20,992 glyphs (a
-// whole export) takes minutes, and the page must neither freeze nor wait for it once the
-// fields change. The strings file's export that follows is the native one.
+// whole export) takes seconds in the page, and once the fields change it is ended, not
+// waited for; the page's own JS is never held up. The strings file's export is the native one.
 test('previews a 20 MB collection and takes new fields at once while a long check is under way', async () => {
   await page.evaluate(() => {
     let last = performance.now();
@@ -278,30 +278,36 @@ test('previews a 20 MB collection and takes new fields at once while a long chec
       last = performance.now();
     }, 10);
   });
-  await fill({ 'font-file': CJK, face: '2', format: 'packed', 'text-files': STRINGS_ZH, chars: '0x4E00-0x9FFF' });
-  // Once the checks of the fields on the way are ended, the last one runs on.
-  await page.waitForTimeout(1000);
-  assert.ok(await page.$eval('#stats', (stats) => stats.hasAttribute('aria-busy')));
+  await fill({ 'font-file': CJK, face: '2', format: 'packed', 'text-files': STRINGS_ZH });
+  const args = await pageArguments();
+  const table = (await runNative(['--stats', ...args], [CJK, STRINGS_ZH])).stdout.trimEnd();
+  await page.waitForFunction((shown) => document.getElementById('stats').textContent === shown, table);
+  await page.waitForFunction(() => !document.getElementById('stats').hasAttribute('aria-busy'));
   const grey = () => page.$eval('#preview', (canvas) =>
     Array.from(canvas.getContext('2d').getImageData(0, 0, 800, 220).data.filter((_, i) => i % 4 === 0)));
+  const drawnNow = () => page.$eval('#preview', (canvas) => Number(canvas.dataset.drawn));
+  const ascii = await grey();
+
+  let drawn = await drawnNow();
+  await page.fill('#chars', '0x4E00-0x9FFF');
+  await page.waitForFunction((before) => Number(document.getElementById('preview').dataset.drawn) > before, drawn);
   const ideographs = await grey();
   assert.ok(ideographs.some((value) => value < 200));
-  assert.notDeepEqual(ideographs, await desktopPreview());
+  assert.notDeepEqual(ideographs, ascii);
+  await page.waitForFunction(() => document.getElementById('stats').hasAttribute('aria-busy'));
   await page.evaluate(() => {
     window.tablesShown = [];
     const stats = document.getElementById('stats');
     new MutationObserver(() => tablesShown.push(stats.textContent)).observe(stats, { childList: true, subtree: true });
   });
-  const drawn = await page.$eval('#preview', (canvas) => Number(canvas.dataset.drawn));
+  drawn = await drawnNow();
   await page.fill('#chars', '32-126');
   assert.match(await page.textContent('#command'), /^veltrane-fontgen-export --chars 32-126 --text-file strings-zh.txt /);
   await page.waitForFunction((before) => Number(document.getElementById('preview').dataset.drawn) > before, drawn);
-  assert.notDeepEqual(await grey(), ideographs);
-  const args = await pageArguments();
-  const native = await runNative(['--stats', ...args], [CJK, STRINGS_ZH]);
-  await page.waitForFunction((table) => document.getElementById('stats').textContent === table, native.stdout.trimEnd());
-  // The check of the ideographs was ended, not waited for: no table but the new one showed.
-  assert.deepEqual([...new Set(await page.evaluate(() => tablesShown))], [native.stdout.trimEnd()]);
+  assert.deepEqual(await grey(), ascii);
+  await page.waitForFunction(() => !document.getElementById('stats').hasAttribute('aria-busy'));
+  // The check of the ideographs was ended unshown: the new table is the only one shown.
+  assert.deepEqual([...new Set(await page.evaluate(() => tablesShown))], [table]);
   assert.ok((await page.evaluate(() => clearInterval(pauseWatch) || longestPause)) < 500);
 
   await exportNow();
