@@ -56,7 +56,12 @@ async function exportNow() {
   await page.waitForFunction(() => !document.getElementById('export').disabled);
 }
 
-const pageArguments = () => page.evaluate(() => VeltraneCommand.commandArguments(fieldValues()));
+// The page's command line once the files chosen last have reached it.
+const pageArguments = () =>
+  page.evaluate(async () => {
+    await fontsArriving;
+    return VeltraneCommand.commandArguments(fieldValues());
+  });
 
 // The desktop program's preview of the default list, 800 x 220 grey pixels (PGM).
 async function desktopPreview() {
