@@ -70,7 +70,9 @@ std::unique_ptr<KerningSource> MakeKerningSource(FTFont& font, const ExportChara
     }
     const bool bytes = std::all_of(characters.begin(), characters.end(),
                                    [](const ExportCharacter& listed) { return listed.code <= 0xFF; });
-    if (lookup == LegacyLookup::AsDesktop && options.codepage == nullptr && bytes)
+    // A Unicode packed font's codes are characters, which the desktop's bytes are not.
+    const bool unicode = options.format == FontFormat::Packed && options.packed.keys == packed::Keys::Unicode;
+    if (lookup == LegacyLookup::AsDesktop && options.codepage == nullptr && bytes && !unicode)
         return std::make_unique<DesktopLegacyKerning>(font, characters);
     return std::make_unique<LegacyKerning>(font, characters);
 }

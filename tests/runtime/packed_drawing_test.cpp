@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
@@ -285,6 +286,28 @@ TEST(PackedFont, PixelsPastTwoToThe24BitsAreFoundByAlignedStarts)
         EXPECT_EQ(vt_draw_char(&runtime, glyph.code, 0, 0, 0, PlotExpected, &expected), 260);
         EXPECT_TRUE(expected.same && expected.plotted == 256 * 256) << "code " << int(glyph.code);
     }
+}
+
+} // namespace
+
+namespace {
+
+// A Unicode font's codes are characters: legacy kerning finds its Latin-1 letters' pairs,
+// which the desktop's bytes, cut to a signed char, never find.
+TEST(PackedKerning, AUnicodeFontKernsItsLatin1LettersAsCharacters)
+{
+    FTFont font;
+    font.LoadFace(kDejaVuSans.c_str());
+    font.SetPixelSize(40);
+    ExportOptions options;
+    options.format = FontFormat::Packed;
+    const ExportCharacters characters = ListExportCharacters(CodeRange(32, 255), nullptr);
+    const KerningByFont kerning({&font}, characters, options);
+    FT_Vector expected{};
+    font.GetCharKerning(0xC0, 'V', expected); // À then V
+    ASSERT_NE(expected.x, 0);
+    const std::vector<KerningPair> pairs = kerning.PairsOf(characters['V' - 32]);
+    EXPECT_NE(std::find(pairs.begin(), pairs.end(), KerningPair{0xC0, static_cast<int8_t>(expected.x)}), pairs.end());
 }
 
 } // namespace
