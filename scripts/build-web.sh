@@ -25,7 +25,7 @@ cmp -s "$web_dir/codepages/tables.cpp.new" "$web_dir/codepages/tables.cpp" ||
 # Only the prefix's packages: a cross build must not take the machine's own libraries.
 export PKG_CONFIG_LIBDIR=$prefix/lib/pkgconfig
 export PKG_CONFIG_PATH=
-emcmake cmake -S . -B "$web_dir/engine" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS="-fexceptions -include $PWD/web/compat/libcxx14_gaps.h" \
+emcmake cmake -S . -B "$web_dir/engine" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS="-fwasm-exceptions -include $PWD/web/compat/libcxx14_gaps.h" \
   -DCMAKE_FIND_ROOT_PATH="$prefix" -DCMAKE_PREFIX_PATH="$prefix" -DCLI11_DIR="$prefix/share/cmake/CLI11" \
   -DVELTRANE_BUILD_GUI=OFF -DVELTRANE_BUILD_TESTS=OFF -DVELTRANE_INSTALL=OFF \
   -DVELTRANE_CODEPAGE_TABLES="$web_dir/codepages/tables.cpp" >/dev/null
