@@ -188,8 +188,9 @@ async function sendFont(file) {
   return sendBytes(file.name, await file.arrayBuffer());
 }
 
-// The distinct characters of the strings files, as the exporter adds them (less line
-// breaks, tabs and a byte order mark); what is not UTF-8 counts as one character each.
+// Hands the strings files to the workers and counts their distinct characters as the
+// exporter adds them (less line breaks, tabs and a byte order mark), for the proof's limit;
+// a file that is not UTF-8, which the exporter refuses, counts as TextDecoder reads it.
 async function sendTextFiles(files) {
   const names = [];
   const characters = new Set();
