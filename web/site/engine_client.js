@@ -65,6 +65,16 @@ class Engine {
     this.worker.postMessage({ type: 'file', name, blob });
   }
 
+  // Lets go of every file but those `names`, so that a visitor trying one large font after
+  // another keeps only those chosen.
+  keepFiles(names) {
+    for (const name of [...this.files.keys()]) {
+      if (names.includes(name)) continue;
+      this.files.delete(name);
+      this.worker.postMessage({ type: 'forget', name });
+    }
+  }
+
   // Ends the work under way at once, however long it would still take: its requests fail
   // with Superseded, and a new worker with the same files takes the requests that follow.
   restart() {

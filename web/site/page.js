@@ -184,28 +184,31 @@ function sendBytes(name, bytes) {
   return name;
 }
 
-async function sendFont(file) {
-  return sendBytes(file.name, await file.arrayBuffer());
+// Reads the files, then hands them all to the workers at once, so that no refresh in between
+// (which lets go of the files not chosen) takes them for files no longer wanted. Returns
+// their names and bytes.
+async function sendFiles(files) {
+  const read = await Promise.all([...files].map(async (file) => [file.name, await file.arrayBuffer()]));
+  for (const [name, bytes] of read) sendBytes(name, bytes);
+  return read;
 }
 
 // Hands the strings files to the workers and counts their distinct characters as the
 // exporter adds them (less line breaks, tabs and a byte order mark), for the proof's limit;
 // a file that is not UTF-8, which the exporter refuses, counts as TextDecoder reads it.
 async function sendTextFiles(files) {
-  const names = [];
+  const read = await sendFiles(files);
   const characters = new Set();
-  for (const file of files) {
-    const bytes = await file.arrayBuffer();
+  for (const [, bytes] of read) {
     for (const character of new TextDecoder().decode(bytes)) characters.add(character);
-    names.push(sendBytes(file.name, bytes));
   }
   for (const skipped of ['\n', '\r', '\t', '\uFEFF']) characters.delete(skipped);
-  fonts.textFiles = names;
+  fonts.textFiles = read.map(([name]) => name);
   fonts.textFileCharacters = characters.size;
 }
 
 async function loadMainFont(file) {
-  fonts.main = await sendFont(file);
+  [[fonts.main]] = await sendFiles([file]);
   $('font-name').textContent = file.name;
   clearDownloads();
   refresh();
@@ -231,6 +234,8 @@ function guarded(task) {
 let checkTimer = null;
 
 function refresh() {
+  const fields = fieldValues();
+  for (const engine of [previewer, checker, exporter]) engine.keepFiles(inputsOf(fields));
   showCommand();
   guarded(drawPreview)();
   clearTimeout(checkTimer);
@@ -270,13 +275,11 @@ async function start() {
     if (event.target.files[0]) await loadMainFont(event.target.files[0]);
   })));
   $('glyphs-file').addEventListener('change', guarded(whenFontsArrived(async (event) => {
-    fonts.glyphs = event.target.files[0] ? await sendFont(event.target.files[0]) : '';
+    fonts.glyphs = event.target.files[0] ? (await sendFiles([event.target.files[0]]))[0][0] : '';
     refresh();
   })));
   $('fallback-files').addEventListener('change', guarded(whenFontsArrived(async (event) => {
-    const fallbacks = [];
-    for (const file of event.target.files) fallbacks.push(await sendFont(file));
-    fonts.fallbacks = fallbacks;
+    fonts.fallbacks = (await sendFiles(event.target.files)).map(([name]) => name);
     refresh();
   })));
   $('text-files').addEventListener('change', guarded(whenFontsArrived(async (event) => {

@@ -152,6 +152,9 @@ const handlers = {
     files.set(name, { blob, bytes: null });
     if (previewFont && previewFont[0] === name) previewFont = null;
   },
+  forget({ name }) {
+    files.delete(name);
+  },
   run: runExport,
   preview,
 };
