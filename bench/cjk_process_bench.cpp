@@ -45,13 +45,14 @@ int main(int argc, char** argv)
     const std::string exporter = argv[1], level1 = argv[3];
     const fs::path face = dir / "NotoSansCJKsc-Regular.otf";
     const std::string save = "/usr/bin/python3 -c \"from fontTools.ttLib import TTCollection; "
-                             "TTCollection('" + std::string(kCollection) + "').fonts[2].save('" + face.string() + "')\"";
+                             "TTCollection('" +
+                             std::string(kCollection) + "').fonts[2].save('" + face.string() + "')\"";
     if (std::system(save.c_str()) != 0)
         Fail("cjk_process_bench", "cannot save face 2 of the collection with fontTools");
     std::vector<Run> runs = {
         {"veltrane-fontgen-export --format packed --bpp 4 --kerning gpos, 3,850 glyphs",
-         {exporter, "--format", "packed", "--bpp", "4", "--kerning", "gpos", "--height", "16", "--face", "2",
-          "--chars", "32-126", "--text-file", level1, kCollection, dir / "Gb2312.c"},
+         {exporter, "--format", "packed", "--bpp", "4", "--kerning", "gpos", "--height", "16", "--face", "2", "--chars",
+          "32-126", "--text-file", level1, kCollection, dir / "Gb2312.c"},
          {}},
         {"lv_font_conv 1.5.3 --bpp 4 --format lvgl (kerning included), the same glyphs",
          {argv[2], "--bpp", "4", "--format", "lvgl", "--size", "16", "--font", face, "--range", "32-126", "--symbols",
@@ -73,7 +74,8 @@ int main(int argc, char** argv)
             std::printf("  %-84s %9.1f ms\n", run.name.c_str(), Median(run.times));
     std::printf("  GB2312 export / lv_font_conv = %.3f  (goal: at most 0.25)\n",
                 Median(runs[0].times) / Median(runs[1].times));
-    std::printf("  0x4E00-0x9FFF with --kerning auto: %.1f s  (goal: well under 15 s)\n", Median(large[0].times) / 1000);
+    std::printf("  0x4E00-0x9FFF with --kerning auto: %.1f s  (goal: well under 15 s)\n",
+                Median(large[0].times) / 1000);
     fs::remove_all(dir);
     return 0;
 }

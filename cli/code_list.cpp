@@ -2,10 +2,10 @@
 
 #include "charset/char_range_parser.h"
 #include "charset/common_codepages.h"
+#include "charset/exportable_codes.h"
 #include "charset/unicode_text.h"
 #include "cli/export_report.h"
 #include "cli/text_file.h"
-#include "charset/exportable_codes.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -85,9 +85,8 @@ void AppendCodePoints(const std::u32string& characters, CharCodeList& codes)
 // The characters of `text`, which `source` names in messages ("--text", or --text-file and
 // the file), as the request's codes take them: code points of a Unicode font, else bytes of
 // the codepage.
-std::optional<std::string> AppendText(const std::string& text, const std::string& source,
-                                      const ExportRequest& request, CharCodeList& codes,
-                                      std::vector<std::string>& context)
+std::optional<std::string> AppendText(const std::string& text, const std::string& source, const ExportRequest& request,
+                                      CharCodeList& codes, std::vector<std::string>& context)
 {
     const bool file = source != "--text";
     std::vector<std::u32string> readings = TextReadings(text);

@@ -3,8 +3,8 @@
 #include "cli/export_report.h"
 #include "cli/safe_output.h"
 #include "cli/temp_file_cleanup.h"
-#include "export/files/export_files.h"
 #include "export/desktop/export_settings.h"
+#include "export/files/export_files.h"
 #include "proof/proof_file.h"
 
 #include <cerrno>

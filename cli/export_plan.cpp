@@ -6,8 +6,8 @@
 #include "cli/glyph_sets.h"
 #include "cli/output_name.h"
 #include "cli/unread_pieces.h"
-#include "export/files/base_name.h"
 #include "export/desktop/export_settings.h"
+#include "export/files/base_name.h"
 #include "proof/proof_file.h"
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/export_listener.h"
 #include "export/ds/rotations.h"
+#include "export/export_listener.h"
 
 #include <sys/types.h>
 

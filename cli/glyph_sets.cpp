@@ -7,8 +7,8 @@
 
 #include "charset/exportable_codes.h"
 
-#include <unordered_map>
 #include <set>
+#include <unordered_map>
 
 namespace {
 
@@ -126,7 +126,8 @@ std::optional<std::string> AddGlyphSet(const GlyphSetArgument& set, unsigned fon
             return kInvalidCharsMessage;
         }
         if (auto message = FindUnexportableCode({static_cast<uint32_t>(std::min<uint64_t>(byte, UINT32_MAX))}, space)) {
-            context.push_back(SetName(set) + " places " + std::to_string(listed.size()) + (space == CodeSpace::Bytes ? " characters from byte " : " characters from code ") +
+            context.push_back(SetName(set) + " places " + std::to_string(listed.size()) +
+                              (space == CodeSpace::Bytes ? " characters from byte " : " characters from code ") +
                               std::to_string(firstByte) + " on");
             return message;
         }

@@ -1,8 +1,8 @@
 #include "export/export_font.h"
 
+#include "charset/exportable_codes.h"
 #include "export/files/base_name.h"
 #include "export/files/export_files.h"
-#include "charset/exportable_codes.h"
 #include "export/files/in_place_file.h"
 
 bool ExportFont(FTFont* font, std::string& baseName, const std::string& directory, unsigned int height,

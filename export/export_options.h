@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/packed/packed_font.h"
 #include "export/ds/rotations.h"
+#include "export/packed/packed_font.h"
 #include "raster/render_options.h"
 
 class Codepage;

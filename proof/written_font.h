@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/export_listener.h"
 #include "export/ds/pixel_arrays.h"
+#include "export/export_listener.h"
 
 #include <cstdint>
 #include <memory>

@@ -132,9 +132,9 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
                                                glyph_bits + font->kerning_class_bits[1], glyph_bits, 1, right, 0);
         int32_t left_class;
         stream_t stream;
-        if (right_class < 0 || (left_class = find_entry(data, 0, font->kerning_entries[0],
-                                                        glyph_bits + font->kerning_class_bits[0], glyph_bits, 1,
-                                                        left, 0)) < 0)
+        if (right_class < 0 ||
+            (left_class = find_entry(data, 0, font->kerning_entries[0], glyph_bits + font->kerning_class_bits[0],
+                                     glyph_bits, 1, left, 0)) < 0)
             return 0;
         start(&stream, data,
               font->kerning_deltas +

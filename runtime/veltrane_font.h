@@ -96,7 +96,7 @@ typedef struct vt_font
     uint8_t keys; /* VT_KEYS_* */
     uint8_t block_bits;
     uint8_t block_field_bits[VT_BLOCK_FIELDS];
-    uint8_t glyph_bits; /* of a glyph's index in the kerning data */
+    uint8_t glyph_bits;   /* of a glyph's index in the kerning data */
     uint8_t kerning_form; /* VT_KERNING_* */
     uint8_t kerning_class_bits[2];
     uint8_t kerning_delta_bits;

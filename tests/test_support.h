@@ -16,7 +16,8 @@ inline const std::string kNotoSans = "/usr/share/fonts/truetype/noto/NotoSans-Re
 inline const std::string kRoboto = "/usr/share/fonts/truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf";
 inline const std::string kTerminus = "/usr/share/fonts/opentype/terminus/terminus-normal.otb"; // bitmap strikes only
 inline const std::string kKoi8rFont = "/usr/share/fonts/X11/misc/5x8-KOI8-R.pcf.gz";           // encoded in KOI8-R
-inline const std::string kNotoSansCjk = "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc"; // faces: 0 JP, 1 KR, 2 SC, 3 TC
+inline const std::string kNotoSansCjk =
+    "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc"; // faces: 0 JP, 1 KR, 2 SC, 3 TC
 
 // The codes first to last, ascending.
 CharCodeList CodeRange(uint32_t first, uint32_t last);

@@ -39,8 +39,9 @@ static char shade(uint8_t coverage)
 int main(int argc, char** argv)
 {
     static struct canvas canvas;
-    const char* text = argc > 1 ? argv[1] : "Hello, \xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82, "
-                                            "\xCE\x93\xCE\xB5\xCE\xB9\xCE\xAC"; /* Hello, Привет, Γειά */
+    const char* text = argc > 1 ? argv[1]
+                                : "Hello, \xD0\x9F\xD1\x80\xD0\xB8\xD0\xB2\xD0\xB5\xD1\x82, "
+                                  "\xCE\x93\xCE\xB5\xCE\xB9\xCE\xAC"; /* Hello, Привет, Γειά */
     int rotation;
     for (rotation = 0; rotation < 360; rotation += 90) {
         int x, y, advance;

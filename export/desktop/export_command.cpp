@@ -1,9 +1,9 @@
 #include "app/gui_main.h"
 
 #include "app/libc_text.h"
-#include "export/export_font.h"
-#include "export/desktop/export_settings.h"
 #include "charset/exportable_codes.h"
+#include "export/desktop/export_settings.h"
+#include "export/export_font.h"
 #include "raster/ft_font.h"
 
 #include <wx/filedlg.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/files/output_writer.h"
 #include "export/ds/rotations.h"
+#include "export/files/output_writer.h"
 #include "raster/ft_font.h"
 
 // Writes the ds_bitmap_font_char_t records char_C_0 .. char_C_270 of one character that

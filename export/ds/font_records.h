@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/files/output_writer.h"
 #include "export/ds/rotations.h"
+#include "export/files/output_writer.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H

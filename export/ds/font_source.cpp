@@ -1,11 +1,11 @@
 #include "export/ds/font_source.h"
 
 #include "export/ds/char_records.h"
-#include "export/export_listener.h"
 #include "export/ds/font_records.h"
-#include "export/kerning/kerning_source.h"
 #include "export/ds/kerning_tables.h"
 #include "export/ds/pixel_arrays.h"
+#include "export/export_listener.h"
+#include "export/kerning/kerning_source.h"
 
 void WriteFontSource(OutputWriter& out, FTFont& font, const std::string& baseName, const ExportCharacters& characters,
                      const ExportOptions& options, const ExportListeners& listeners)

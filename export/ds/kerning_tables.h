@@ -1,8 +1,8 @@
 #pragma once
 
 #include "export/export_options.h"
-#include "export/kerning/kerning_pair.h"
 #include "export/files/output_writer.h"
+#include "export/kerning/kerning_pair.h"
 
 #include <vector>
 

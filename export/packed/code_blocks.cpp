@@ -76,7 +76,8 @@ void PackCodeBlocks(const std::vector<uint32_t>& codes, PackedFont& font)
     font.blockFieldBits = {FieldBits(maxFirst), FieldBits(maxLast), FieldBits(maxGlyph), 0};
     // The bitmaps follow the entries, whose size depends on the bits of a bitmap's position.
     for (unsigned positionBits = 0;; ++positionBits) {
-        const unsigned entryBits = font.blockFieldBits[0] + font.blockFieldBits[1] + font.blockFieldBits[2] + positionBits;
+        const unsigned entryBits =
+            font.blockFieldBits[0] + font.blockFieldBits[1] + font.blockFieldBits[2] + positionBits;
         const uint64_t lastPosition = bitmapBits ? blocks.size() * entryBits + bitmapBits : 0;
         if (BitWriter::BitsFor(lastPosition) <= positionBits) {
             font.blockFieldBits[packed::kBlockBitmap] = FieldBits(lastPosition);

@@ -77,8 +77,8 @@ TEST(UnicodeProgram, AStringsFileGivesTheCharactersOfItsText)
         EXPECT_EQ(result.status, 0) << result.err;
         return result.out;
     };
-    const std::string fromFiles = run({"--text-file", dir.Prefix() + "zh.txt", "--text-file", dir.Prefix() + "ru.txt"},
-                                      "Files.c");
+    const std::string fromFiles =
+        run({"--text-file", dir.Prefix() + "zh.txt", "--text-file", dir.Prefix() + "ru.txt"}, "Files.c");
     const std::string fromText = run({"--text", "设置音量：50%Громкость"}, "Text.c");
     EXPECT_NE(fromFiles.find("characters                           24\n"), std::string::npos) << fromFiles;
     // The same arrays in the same order; only the names differ.

@@ -3,9 +3,9 @@
 // corner; kerned texts against the kerning source's pairs.
 #include "charset/char_range_parser.h"
 #include "charset/unicode_text.h"
+#include "export/ds/pixel_arrays.h"
 #include "export/kerning/kerning_source.h"
 #include "export/packed/packed_render.h"
-#include "export/ds/pixel_arrays.h"
 #include "runtime/runtime_font.h"
 #include "test_support.h"
 
@@ -66,7 +66,7 @@ struct Case
     unsigned height;
     std::string chars;
     RenderOptions render;
-    std::string fallback = {}; // face 2 of it gives the characters the main font lacks
+    std::string fallback = {};      // face 2 of it gives the characters the main font lacks
     const char* codepage = nullptr; // keyed by its bytes; else by code point
     KerningMode kerning = KerningMode::Legacy;
 };
@@ -229,14 +229,26 @@ INSTANTIATE_TEST_SUITE_P(Fonts, PackedDrawing,
                                          Case{"DejaVuMono", kDejaVuSans, 0, 12, "32-126", Mono()},
                                          Case{"TerminusBitmap", kTerminus, 0, 16, "32-126", {}},
                                          // Japanese: Latin, kana, CJK punctuation and ideographs
-                                         Case{"CjkJapanese", kNotoSansCjk, 0, 14,
+                                         Case{"CjkJapanese",
+                                              kNotoSansCjk,
+                                              0,
+                                              14,
                                               "32-126,0x3000-0x3020,0x3041-0x3096,0x30A1-0x30FA,0x4E00-0x4E3F,0x65E5,"
                                               "0x672C,0x8A9E,0xFF01-0xFF20",
-                                              {}, {}, nullptr, KerningMode::Gpos},
+                                              {},
+                                              {},
+                                              nullptr,
+                                              KerningMode::Gpos},
                                          // Latin, Cyrillic and Greek, the Chinese from a collection's face
-                                         Case{"LatinWithCjkFallback", kDejaVuSans, 0, 13,
+                                         Case{"LatinWithCjkFallback",
+                                              kDejaVuSans,
+                                              0,
+                                              13,
                                               "32-126,0x410-0x44F,0x391-0x3C9,0x4F60,0x597D,0x4E16,0x754C,0x3002",
-                                              {}, kNotoSansCjk, nullptr, KerningMode::Auto},
+                                              {},
+                                              kNotoSansCjk,
+                                              nullptr,
+                                              KerningMode::Auto},
                                          Case{"CjkMono", kNotoSansCjk, 2, 12, "32-126,0x4E00-0x4E20,0x9F8D-0x9FA5",
                                               Mono()}),
                          [](const testing::TestParamInfo<Case>& info) { return info.param.name; });

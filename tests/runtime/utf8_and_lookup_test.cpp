@@ -32,8 +32,8 @@ void Count(void* ctx, int, int, uint8_t)
 
 // Each character's advance a power of two, so that a text's advance names what was drawn.
 const std::vector<std::pair<uint32_t, int>> kCharacters = {
-    {'A', 1},       {0xE9, 2},     {0x20AC, 4},   {0x1F600, 8},  {0x80, 16},  {0x800, 32},
-    {0x10000, 64},  {0x10FFFF, 128}, {0xD7FF, 256}, {0xE000, 512}, {0xFFFF, 1024}, {'B', 2048}};
+    {'A', 1},      {0xE9, 2},       {0x20AC, 4},   {0x1F600, 8},  {0x80, 16},     {0x800, 32},
+    {0x10000, 64}, {0x10FFFF, 128}, {0xD7FF, 256}, {0xE000, 512}, {0xFFFF, 1024}, {'B', 2048}};
 constexpr int kKernAB = -3; // between A and B
 
 PackedFont Font(packed::Keys keys)
@@ -61,29 +61,42 @@ TEST(Utf8Text, EachByteThatStartsNoWellFormedSequenceIsSkippedAlone)
         int plots;
     } rows[] = {
         {"A", 1, 1},
-        {"\xC3\xA9", 2, 1},                 // two bytes
-        {"\xE2\x82\xAC", 4, 1},             // three
-        {"\xF0\x9F\x98\x80", 8, 1},         // four
-        {"\xC2\x80\xE0\xA0\x80\xF0\x90\x80\x80", 16 + 32 + 64, 3}, // the first of each length
+        {"\xC3\xA9", 2, 1},                                                                  // two bytes
+        {"\xE2\x82\xAC", 4, 1},                                                              // three
+        {"\xF0\x9F\x98\x80", 8, 1},                                                          // four
+        {"\xC2\x80\xE0\xA0\x80\xF0\x90\x80\x80", 16 + 32 + 64, 3},                           // the first of each length
         {"\xF4\x8F\xBF\xBF\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF", 128 + 256 + 512 + 1024, 4}, // around the gaps
-        {"\xC0\xAF\xC1\xBF", 0, 0},         // overlong forms of two bytes
-        {"\xE0\x80\xAF\xE0\x9F\xBF", 0, 0}, // of three
+        {"\xC0\xAF\xC1\xBF", 0, 0},                 // overlong forms of two bytes
+        {"\xE0\x80\xAF\xE0\x9F\xBF", 0, 0},         // of three
         {"\xF0\x80\x80\x80\xF0\x8F\xBF\xBF", 0, 0}, // of four
-        {"\xED\xA0\x80\xED\xBF\xBF", 0, 0}, // surrogates
+        {"\xED\xA0\x80\xED\xBF\xBF", 0, 0},         // surrogates
         {"\xF4\x90\x80\x80\xF5\x80\x80\x80", 0, 0}, // past U+10FFFF
         {"\xF8\x88\x80\x80\x80\xFE\xFF", 0, 0},     // bytes that start nothing
-        {"\x80\xBF" "A", 1, 1},             // stray continuation bytes
-        {"\xC3" "A\xE2\x82" "A\xF0\x9F\x98" "A", 3, 3}, // sequences cut short, then a character
-        {"\xE0\xA0", 0, 0},                 // cut short by the end of the text
-        {"A\xF0\x9F\x98\x81" "B", 1 + 2048 + kKernAB, 2}, // a character the font lacks keeps the kerning
-        {"A\xFF" "B", 1 + 2048 + kKernAB, 2},               // as does a skipped byte
-        {"B\xFF" "A", 2048 + 1, 2},                         // only A then B kerns
+        {"\x80\xBF"
+         "A",
+         1, 1}, // stray continuation bytes
+        {"\xC3"
+         "A\xE2\x82"
+         "A\xF0\x9F\x98"
+         "A",
+         3, 3},             // sequences cut short, then a character
+        {"\xE0\xA0", 0, 0}, // cut short by the end of the text
+        {"A\xF0\x9F\x98\x81"
+         "B",
+         1 + 2048 + kKernAB, 2}, // a character the font lacks keeps the kerning
+        {"A\xFF"
+         "B",
+         1 + 2048 + kKernAB, 2}, // as does a skipped byte
+        {"B\xFF"
+         "A",
+         2048 + 1, 2}, // only A then B kerns
     };
     for (const auto& row : rows) {
         // Exactly the text and its 0 byte, so that a read past them is a sanitizer's error.
         const std::vector<char> text(row.text.c_str(), row.text.c_str() + row.text.size() + 1);
         int plots = 0;
-        EXPECT_EQ(vt_draw_text(&font, text.data(), 0, 20, 0, Count, &plots), row.advance) << testing::PrintToString(row.text);
+        EXPECT_EQ(vt_draw_text(&font, text.data(), 0, 20, 0, Count, &plots), row.advance)
+            << testing::PrintToString(row.text);
         EXPECT_EQ(plots, row.plots) << testing::PrintToString(row.text);
         EXPECT_EQ(vt_text_width(&font, text.data()), row.advance) << testing::PrintToString(row.text);
     }
@@ -99,7 +112,9 @@ TEST(Utf8Text, ACodepageFontTakesEachByteAsACode)
     const vt_font_t font = RuntimeFont(packed);
     EXPECT_EQ(font.keys, VT_KEYS_BYTES);
     EXPECT_EQ(vt_text_width(&font, "\xC3\xA9"), 4096 + 4096);
-    EXPECT_EQ(vt_text_width(&font, "A\xFF" "B"), 1 + 2048 + kKernAB);
+    EXPECT_EQ(vt_text_width(&font, "A\xFF"
+                                   "B"),
+              1 + 2048 + kKernAB);
 }
 
 // Sets of codes that give runs, bitmaps of every span up to the longest, and blocks that

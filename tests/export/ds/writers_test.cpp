@@ -2,11 +2,11 @@
 
 #include "export/ds/char_records.h"
 #include "export/ds/font_records.h"
-#include "export/files/in_place_file.h"
-#include "export/kerning/legacy_kerning.h"
 #include "export/ds/kerning_tables.h"
-#include "export/files/output_writer.h"
 #include "export/ds/pixel_arrays.h"
+#include "export/files/in_place_file.h"
+#include "export/files/output_writer.h"
+#include "export/kerning/legacy_kerning.h"
 
 #include "test_support.h"
 
