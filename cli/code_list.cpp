@@ -82,13 +82,14 @@ void AppendCodePoints(const std::u32string& characters, CharCodeList& codes)
     }
 }
 
-// The characters of `text`, which `source` names in messages ("--text", or --text-file and
-// the file), as the request's codes take them: code points of a Unicode font, else bytes of
-// the codepage.
-std::optional<std::string> AppendText(const std::string& text, const std::string& source, const ExportRequest& request,
-                                      CharCodeList& codes, std::vector<std::string>& context)
+// The characters of `text`, the sample text's or, given its path, a text file's, as the
+// request's codes take them: code points of a Unicode font, else bytes of the codepage.
+std::optional<std::string> AppendText(const std::string& text, const std::optional<std::string>& filePath,
+                                      const ExportRequest& request, CharCodeList& codes,
+                                      std::vector<std::string>& context)
 {
-    const bool file = source != "--text";
+    const bool file = filePath.has_value();
+    const std::string source = file ? "--text-file " + Quoted(*filePath) : "--text";
     std::vector<std::u32string> readings = TextReadings(text);
     if (readings.empty()) {
         context.push_back(source + " is not valid UTF-8 at byte " + std::to_string(InvalidUtf8Offset(text) + 1));
@@ -135,14 +136,14 @@ std::optional<std::string> ListCodes(const ExportRequest& request, CharCodeList&
     const bool textOnly = request.HasTexts() && !request.charsText;
     codes = textOnly ? CharCodeList{} : ParseCharCodeText(request.charsText.value_or(kDefaultChars), &unreadPieces);
     if (request.sampleText) {
-        if (auto message = AppendText(*request.sampleText, "--text", request, codes, context))
+        if (auto message = AppendText(*request.sampleText, std::nullopt, request, codes, context))
             return message;
     }
     for (const std::string& path : request.textFiles) {
         const std::optional<std::string> text = ReadTextFile(path, context);
         if (!text)
             return "Cannot read a text file !";
-        if (auto message = AppendText(*text, "--text-file " + Quoted(path), request, codes, context))
+        if (auto message = AppendText(*text, path, request, codes, context))
             return message;
     }
     if (auto message = FindUnexportableCode(codes, request.UnicodeCodes() ? CodeSpace::Unicode : CodeSpace::Bytes))
