@@ -42,6 +42,7 @@ void ExportStats::FontPacked(const PackedFont& font)
     flashParts = {{"font record", kPackedFontRecordBytes},
                   {"glyph records", font.records.size()},
                   {"pixels", font.pixels.size()},
+                  {"pixel model", font.model.size()},
                   {"code lookup", font.blocks.size()},
                   {"kerning", font.kerning.size()}};
 }

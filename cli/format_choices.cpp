@@ -26,10 +26,14 @@ void AddFormatOptions(CLI::App& app, ExportRequest& request)
     app.add_option_function<std::string>(
            "--compress",
            [&request](const std::string& text) {
-               request.pack.compress = NamedChoice<bool>("--compress", text, {{"auto", true}, {"none", false}});
+               request.pack.compress = NamedChoice<PixelCompression>(
+                   "--compress", text,
+                   {{"auto", PixelCompression::Auto}, {"runs", PixelCompression::Runs}, {"none", PixelCompression::None}});
            },
-           "With --format packed: auto (each glyph's pixels compressed where that is smaller) or\n"
-           "none (every pixel stored plainly) (default auto)")
+           "With --format packed: auto (each glyph in the smallest coding, predicting each pixel\n"
+           "from its neighbours where the font's model repays its tables), runs (the smallest of\n"
+           "the run-length codings, which draw fastest) or none (every pixel stored plainly)\n"
+           "(default auto)")
         ->type_name("MODE");
 }
 

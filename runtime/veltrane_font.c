@@ -38,6 +38,64 @@ static uint32_t take_run(stream_t* stream)
     return (1u << zeros | take(stream, zeros)) - 1;
 }
 
+/* A binary arithmetic decoder: the width of the interval left and the code's offset in it,
+ * the code being the 32 bits of the stream from the interval's start. */
+typedef struct
+{
+    stream_t stream;
+    uint32_t range;
+    uint32_t code;
+} decoder_t;
+
+/* The next bit, 0 with chance `zero` / 256 (0: certainly 1). */
+static unsigned decode_bit(decoder_t* decoder, unsigned zero)
+{
+    uint32_t bound = (decoder->range >> 8) * zero;
+    const unsigned bit = decoder->code >= bound;
+    if (bit) {
+        decoder->code -= bound;
+        bound = decoder->range - bound;
+    }
+    for (decoder->range = bound; !(decoder->range >> 24); decoder->range <<= 8)
+        decoder->code = decoder->code << 8 | take(&decoder->stream, 8);
+    return bit;
+}
+
+/* The model's context of the pixel at `along` in the line being decoded: the bits of
+ * lines[i] (the line, the one before, the one before that) in the font's window of each. */
+static uint32_t context(const vt_font_t* font, const uint32_t* lines, int along)
+{
+    uint32_t bits = 0;
+    unsigned i;
+    for (i = 0; i < 3; ++i)
+        bits = bits << font->model_width[i] |
+               (lines[i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
+    return bits;
+}
+
+/* The value of the pixel at `along` as the model codes it, marked in the lines not 0
+ * (lines[0]) and full (lines[3]). */
+static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, uint32_t* lines, int along)
+{
+    const unsigned full = (1u << font->bpp) - 1;
+    const uint8_t* table = font->model;
+    unsigned value = 0;
+    /* Not 0?; beyond 1 bit, full?; else the value's bits from the top. */
+    if (decode_bit(decoder, table[context(font, lines, along)])) {
+        value = full;
+        table += 1u << font->model_bits;
+        if (full > 1 && !decode_bit(decoder, table[context(font, lines + 3, along)])) {
+            table += 1u << font->model_bits;
+            for (value = 1; value <= full;)
+                value = value << 1 | decode_bit(decoder, table[value]);
+            value -= full + 1;
+        }
+    }
+    lines[0] |= (uint32_t)(value != 0) << (along + VT_MODEL_MARGIN);
+    lines[3] |= (uint32_t)(value == full) << (along + VT_MODEL_MARGIN);
+    return value;
+}
+
 /* The `count` fields of entry `index` of `data`, `entry_bits` apart, each of bits[f] bits
  * plus min[f] (0 without `min`). */
 static void read_fields(const uint8_t* data, uint32_t index, unsigned entry_bits, const uint8_t* bits,
@@ -148,25 +206,37 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
 static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y, int cosine, int sine, vt_plot_fn plot,
                        void* ctx)
 {
-    const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp, scale = font->coverage_scale;
-    const int width = field[VT_FIELD_WIDTH], height = field[VT_FIELD_HEIGHT];
-    stream_t stream;
-    uint32_t left = (uint32_t)width * (uint32_t)height, zeros = 0;
-    unsigned value = 0;
-    int column = 0, row = 0, run_due = 1;
-    /* The scan's position along its line (a row, or a column with VT_CODING_COLUMNS) and across. */
-    int *const along = coding & VT_CODING_COLUMNS ? &row : &column, *const across = along == &row ? &column : &row;
-    const int line = along == &row ? height : width;
-    start(&stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
+    const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp;
+    const unsigned columns = coding & VT_CODING_COLUMNS;
+    /* Pixels along a line of the scan: a row, or a column with VT_CODING_COLUMNS. */
+    const int line = field[columns ? VT_FIELD_HEIGHT : VT_FIELD_WIDTH];
+    decoder_t decoder;
+    stream_t* const stream = &decoder.stream;
+    /* For the model: the pixels not 0 (0 to 2), and those full (3 to 5), of the line being
+     * decoded and the two before it, a pixel's bit at VT_MODEL_MARGIN + its place along. */
+    uint32_t lines[6];
+    uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = 0;
+    unsigned value = 0, i;
+    int along = 0, across = 0, run_due = 1;
+    for (i = 0; i < 6; ++i)
+        lines[i] = 0;
+    start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
+    if (coding & VT_CODING_MODEL) {
+        decoder.range = 0xFFFFFFFFu;
+        decoder.code = take(stream, 16) << 16;
+        decoder.code |= take(stream, 16);
+    }
     /* A turned pixel covers the square left of or above its corner. */
     x -= cosine + sine < 0;
     y -= sine - cosine > 0;
     while (left) {
         unsigned stored;
         uint32_t count = 1; /* pixels this step covers */
-        if (coding & VT_CODING_RUNS) {
+        if (coding & VT_CODING_MODEL) {
+            stored = decode_pixel(font, &decoder, lines, along);
+        } else if (coding & VT_CODING_RUNS) {
             if (run_due) {
-                zeros = take_run(&stream);
+                zeros = take_run(stream);
                 run_due = 0;
             }
             if (zeros) {
@@ -176,20 +246,27 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
                 zeros -= count;
                 stored = 0;
             } else {
-                stored = bpp > 1 ? take(&stream, bpp) : 1;
+                stored = bpp > 1 ? take(stream, bpp) : 1;
                 run_due = 1;
             }
         } else {
-            stored = take(&stream, bpp);
+            stored = take(stream, bpp);
         }
         value = coding & VT_CODING_CHANGES ? stored ^ value : stored;
         left -= count;
         if (value) {
-            const int dx = field[VT_FIELD_LEFT] + column, dy = row - field[VT_FIELD_TOP];
-            plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy, (uint8_t)(value * scale));
+            const int dx = field[VT_FIELD_LEFT] + (columns ? across : along);
+            const int dy = (columns ? along : across) - field[VT_FIELD_TOP];
+            plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy, (uint8_t)(value * font->coverage_scale));
         }
-        for (*along += (int)count; *along >= line; *along -= line)
-            ++*across;
+        for (along += (int)count; along >= line; along -= line) {
+            ++across;
+            for (i = 0; i < 6; i += 3) {
+                lines[i + 2] = lines[i + 1];
+                lines[i + 1] = lines[i];
+                lines[i] = 0;
+            }
+        }
     }
 }
 

@@ -35,16 +35,23 @@ enum
     VT_RECORD_FIELDS
 };
 
-/* How a glyph's pixels are stored. Without VT_CODING_RUNS each is a value of bpp bits;
- * with it, a zero run (Elias gamma of its length + 1) comes before each value that is not
- * 0 (bpp bits, none at 1 bit), and a last zero run may end the glyph. With
- * VT_CODING_CHANGES a value is the exclusive or of the pixel and the one before it. */
+/* How a glyph's pixels are stored. Without VT_CODING_RUNS or VT_CODING_MODEL each is a
+ * value of bpp bits; with VT_CODING_RUNS, a zero run (Elias gamma of its length + 1) comes
+ * before each value that is not 0 (bpp bits, none at 1 bit), and a last zero run may end
+ * the glyph. With VT_CODING_CHANGES a value is the exclusive or of the pixel and the one
+ * before it. VT_CODING_MODEL codes the pixels arithmetically with the font's model: see
+ * `model` below. */
 enum
 {
     VT_CODING_RUNS = 1,    /* zero runs and values, as above */
     VT_CODING_COLUMNS = 2, /* column by column from the left, each from the top; else row by row */
-    VT_CODING_CHANGES = 4  /* each value XOR the previous pixel's */
+    VT_CODING_CHANGES = 4, /* each value XOR the previous pixel's */
+    VT_CODING_MODEL = 8    /* each pixel predicted from the ones decoded before it */
 };
+
+/* The pixels before the first of a line that a model's window may reach: lines of the
+ * model coding hold at most 32 - VT_MODEL_MARGIN pixels. */
+#define VT_MODEL_MARGIN 4
 
 /* How vt_draw_text reads a text: as UTF-8, each character a code point, or each byte a code. */
 enum
@@ -101,6 +108,9 @@ typedef struct vt_font
     uint8_t kerning_class_bits[2];
     uint8_t kerning_delta_bits;
     int8_t kerning_delta_min;
+    uint8_t model_bits;     /* of a context: the sum of model_width */
+    uint8_t model_width[3]; /* of the model's window on the line, the line before, the one before that */
+    uint8_t model_shift[3]; /* VT_MODEL_MARGIN less how far back each window starts */
     int16_t height; /* baseline to baseline */
     int16_t ascender;
     int16_t descender; /* negative below the baseline */
@@ -114,6 +124,21 @@ typedef struct vt_font
     const uint8_t* kerning;
     uint32_t kerning_rights; /* bit position of the right glyphs' list (classes) */
     uint32_t kerning_deltas; /* bit position of the deltas (classes) */
+    /* The model of VT_CODING_MODEL, or NULL. Its glyphs are scanned as VT_CODING_COLUMNS
+     * says, a line at a time. A pixel's context is model_bits bits: for the line being
+     * decoded, the one before and the one before that, in this order, model_width[i] bits
+     * of that line from the pixel at model_shift[i] - VT_MODEL_MARGIN along from this one
+     * onwards, the first pixel the lowest bit; a bit is 1 for a pixel that is not 0 (and,
+     * in the second context, one at full coverage), 0 for one off the glyph. With
+     * n = 2^model_bits, model[c] is the chance / 256 (0: none) that the pixel of context c
+     * is 0. Beyond 1 bit a pixel, model[n + c], of the context of full coverage, is the
+     * chance that a pixel not 0 is not full either; such a pixel's value then comes bit by
+     * bit from the top, model[2n + t] the chance of a 0 bit where t is 1 followed by the bits
+     * so far. The arithmetic decoder's code is the 32 bits from the glyph's start; it takes
+     * bound = (range >> 8) * chance, 0 when code < bound (range = bound), else 1 (code and
+     * range less bound), and while range < 2^24, shifts both left by 8 and takes the next 8
+     * bits into code. */
+    const uint8_t* model;
 } vt_font_t;
 
 typedef void (*vt_plot_fn)(void* ctx, int x, int y, uint8_t coverage);

@@ -27,7 +27,10 @@ enum Field
 constexpr unsigned kMaxFieldBits = 24;
 
 // VT_CODING_*
-constexpr unsigned kRuns = 1, kColumns = 2, kChanges = 4;
+constexpr unsigned kRuns = 1, kColumns = 2, kChanges = 4, kModel = 8;
+
+// VT_MODEL_MARGIN: the pixels before a line's first that a model's window may reach.
+constexpr unsigned kModelMargin = 4;
 
 enum BlockField
 {
@@ -54,11 +57,19 @@ enum class KerningForm
 
 } // namespace packed
 
+// Which codings a glyph's pixels may take.
+enum class PixelCompression
+{
+    Auto, // the smallest of all, the model coding among them where its tables repay
+    Runs, // the smallest of plain values and the run codings, which draw fastest
+    None  // plain values
+};
+
 // How the pixels are stored.
 struct PackOptions
 {
-    unsigned bpp = 4;     // 1, 2, 4 or 8
-    bool compress = true; // each glyph compressed when that is smaller
+    unsigned bpp = 4; // 1, 2, 4 or 8
+    PixelCompression compress = PixelCompression::Auto;
     packed::Keys keys = packed::Keys::Unicode;
 };
 
@@ -88,6 +99,10 @@ struct PackedFont
     std::vector<uint8_t> pixels;
     std::vector<uint8_t> blocks; // the code lookup: entries, then bitmaps
     std::vector<uint8_t> kerning;
+    std::vector<uint8_t> model; // the model coding's chances; empty without glyphs of it
+    unsigned modelBits = 0;
+    std::array<unsigned, 3> modelWidth{};
+    std::array<unsigned, 3> modelShift{};
     uint32_t kerningRights = 0;
     uint32_t kerningDeltas = 0;
     FontRecordMetrics metrics{};
@@ -111,7 +126,7 @@ struct PackedFont
 };
 
 // The bytes vt_font_t takes on a 32-bit target, its pointers 4 bytes.
-constexpr size_t kPackedFontRecordBytes = 84;
+constexpr size_t kPackedFontRecordBytes = 92;
 
 // The stored value of 8-bit coverage `value` at `bpp` bits, rounded to the nearest.
 inline unsigned QuantizeCoverage(unsigned value, unsigned bpp)

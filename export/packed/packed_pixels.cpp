@@ -82,7 +82,7 @@ StoredPixels StorePixels(const PackGlyph& glyph, const PackOptions& options)
                                             packed::kRuns | packed::kChanges,
                                             packed::kRuns | packed::kColumns | packed::kChanges};
     for (unsigned coding : kCodings) {
-        if (coding != 0 && !options.compress)
+        if (coding != 0 && options.compress == PixelCompression::None)
             break;
         BitWriter bits;
         WriteCoded(ScanOrder(box, stored.width, stored.rows, coding), coding, options.bpp, bits);

@@ -76,6 +76,7 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteByteArray(out, "glyph_pixels", font.pixels);
     WriteByteArray(out, "code_blocks", font.blocks);
     WriteByteArray(out, "kerning_data", font.kerning);
+    WriteByteArray(out, "pixel_model", font.model);
 
     out.Write("const vt_font_t font_");
     out.Write(baseName);
@@ -93,6 +94,9 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteListMember(out, "kerning_class_bits", font.kerningClassBits);
     WriteMember(out, "kerning_delta_bits", font.kerningDeltaBits);
     WriteMember(out, "kerning_delta_min", font.kerningDeltaMin);
+    WriteMember(out, "model_bits", font.modelBits);
+    WriteListMember(out, "model_width", font.modelWidth);
+    WriteListMember(out, "model_shift", font.modelShift);
     WriteMember(out, "height", static_cast<long>(font.metrics.height));
     WriteMember(out, "ascender", font.metrics.ascender);
     WriteMember(out, "descender", font.metrics.descender);
@@ -106,6 +110,7 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteMember(out, "kerning", ArrayOrNull("kerning_data", font.kerning));
     WriteMember(out, "kerning_rights", font.kerningRights);
     WriteMember(out, "kerning_deltas", font.kerningDeltas);
+    WriteMember(out, "model", ArrayOrNull("pixel_model", font.model));
     out.Write("};\n");
 }
 

@@ -33,7 +33,7 @@ TEST(PackedProgram, UsageErrorsWriteNothing)
         {{"--format", "packed", "--bpp", ""}, "--bpp: \"\" is not 1, 2, 4 or 8"},
         {{"--bpp", "2"}, "--bpp: only packed fonts take it; add --format packed"},
         {{"--format", "ds", "--compress", "none"}, "--compress: only packed fonts take it; add --format packed"},
-        {{"--format", "packed", "--compress", "zip"}, "--compress: \"zip\" is not auto or none"},
+        {{"--format", "packed", "--compress", "zip"}, "--compress: \"zip\" is not auto, runs or none"},
         {{"--format", "packed", "--rotations", "90"}, "--rotations: a packed font stores each glyph once"},
         {{"--format", "bdf"}, "--format: \"bdf\" is not ds or packed"},
         {{"--format", "packed", "--mono", "--bpp", "4"}, "--bpp: --mono renders 1 bit a pixel"},

@@ -121,7 +121,7 @@ protected:
         return pointers;
     }
 
-    PackedFont Pack(unsigned bpp, bool compress)
+    PackedFont Pack(unsigned bpp, PixelCompression compress)
     {
         options.packed = {bpp, compress, codepage ? packed::Keys::Bytes : packed::Keys::Unicode};
         return RenderPackedFont(Fonts(), characters, options);
@@ -137,7 +137,7 @@ protected:
 TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheRenderQuantized)
 {
     for (unsigned bpp : {1u, 2u, 4u, 8u})
-        for (bool compress : {false, true}) {
+        for (PixelCompression compress : {PixelCompression::None, PixelCompression::Runs, PixelCompression::Auto}) {
             const PackedFont packed = Pack(bpp, compress);
             const vt_font_t runtime = RuntimeFont(packed);
             for (const auto& [code, character] : ds)
@@ -147,7 +147,7 @@ TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheRenderQuantized)
                         vt_draw_char(&runtime, code, 40, 50, static_cast<int>(kRotations[r]), Plot, &drawn);
                     ASSERT_EQ(drawn, DsDrawing(character, r, bpp, 40, 50))
                         << "code " << code << ", rotation " << kRotations[r] << ", " << bpp << " bpp"
-                        << (compress ? ", compressed" : "");
+                        << ", compression " << static_cast<int>(compress);
                     ASSERT_EQ(advance, character.glyph.advanceX) << "code " << code;
                 }
         }
@@ -155,7 +155,7 @@ TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheRenderQuantized)
 
 TEST_P(PackedDrawing, KernedTextsAdvanceAsTheKerningSourceSays)
 {
-    const PackedFont packed = Pack(4, true);
+    const PackedFont packed = Pack(4, PixelCompression::Auto);
     const vt_font_t runtime = RuntimeFont(packed);
     const FontRecordMetrics metrics = ToRecordMetrics(CurrentLineMetrics(fonts[0]->Face()));
     EXPECT_EQ(vt_font_height(&runtime), static_cast<int>(metrics.height));
@@ -180,7 +180,7 @@ TEST_P(PackedDrawing, KernedTextsAdvanceAsTheKerningSourceSays)
 
 TEST_P(PackedDrawing, ATextIsItsCharactersDrawnAlongTheTurnedBaseline)
 {
-    const PackedFont packed = Pack(2, true);
+    const PackedFont packed = Pack(2, PixelCompression::Auto);
     const vt_font_t runtime = RuntimeFont(packed);
     std::vector<std::string> characters;
     for (const auto& [code, character] : ds)
@@ -290,7 +290,7 @@ TEST(PackedFont, PixelsPastTwoToThe24BitsAreFoundByAlignedStarts)
         glyph.advance = 260;
         glyphs.push_back(std::move(glyph));
     }
-    const PackedFont packed = PackFont(glyphs, {}, {300, 240, -60}, {8, false});
+    const PackedFont packed = PackFont(glyphs, {}, {300, 240, -60}, {8, PixelCompression::None});
     ASSERT_GT(packed.pixelShift, 0u);
     const vt_font_t runtime = RuntimeFont(packed);
     for (const PackGlyph& glyph : glyphs) {

@@ -14,6 +14,12 @@ inline vt_font_t RuntimeFont(const PackedFont& font)
     v.blocks = font.blocks.data();
     v.kerning = font.kerning.empty() ? nullptr : font.kerning.data();
     v.kerning_rights = font.kerningRights;
+    v.model = font.model.empty() ? nullptr : font.model.data();
+    v.model_bits = static_cast<uint8_t>(font.modelBits);
+    for (int i = 0; i < 3; ++i) {
+        v.model_width[i] = static_cast<uint8_t>(font.modelWidth[i]);
+        v.model_shift[i] = static_cast<uint8_t>(font.modelShift[i]);
+    }
     v.kerning_deltas = font.kerningDeltas;
     v.height = static_cast<int16_t>(font.metrics.height);
     v.ascender = static_cast<int16_t>(font.metrics.ascender);
