@@ -74,10 +74,11 @@ static uint32_t context(const vt_font_t* font, const uint32_t* lines, int along)
 }
 
 /* The value of the pixel at `along` as the model codes it, marked in the lines not 0
- * (lines[0]) and full (lines[3]). */
-static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, uint32_t* lines, int along)
+ * (lines[0]) and full (lines[3]) and in `values`: the line's values before `along`, those
+ * of the line before from there on. */
+static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, uint32_t* lines, uint8_t* values, int along)
 {
-    const unsigned full = (1u << font->bpp) - 1;
+    const unsigned bpp = font->bpp, full = (1u << bpp) - 1, keep = font->model_value_bits;
     const uint8_t* table = font->model;
     unsigned value = 0;
     /* Not 0?; beyond 1 bit, full?; else the value's bits from the top. */
@@ -85,7 +86,8 @@ static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, uint32_t
         value = full;
         table += 1u << font->model_bits;
         if (full > 1 && !decode_bit(decoder, table[context(font, lines + 3, along)])) {
-            table += 1u << font->model_bits;
+            const unsigned west = along ? values[along - 1] : 0;
+            table += (1u << font->model_bits) + ((west >> (bpp - keep) << keep | values[along] >> (bpp - keep)) << bpp);
             for (value = 1; value <= full;)
                 value = value << 1 | decode_bit(decoder, table[value]);
             value -= full + 1;
@@ -93,6 +95,7 @@ static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, uint32_t
     }
     lines[0] |= (uint32_t)(value != 0) << (along + VT_MODEL_MARGIN);
     lines[3] |= (uint32_t)(value == full) << (along + VT_MODEL_MARGIN);
+    values[along] = (uint8_t)value;
     return value;
 }
 
@@ -215,11 +218,14 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     /* For the model: the pixels not 0 (0 to 2), and those full (3 to 5), of the line being
      * decoded and the two before it, a pixel's bit at VT_MODEL_MARGIN + its place along. */
     uint32_t lines[6];
+    uint8_t values[32 - VT_MODEL_MARGIN];
     uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = 0;
     unsigned value = 0, i;
     int along = 0, across = 0, run_due = 1;
     for (i = 0; i < 6; ++i)
         lines[i] = 0;
+    for (i = 0; i < sizeof values; ++i)
+        values[i] = 0;
     start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     if (coding & VT_CODING_MODEL) {
         decoder.range = 0xFFFFFFFFu;
@@ -233,7 +239,7 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
         unsigned stored;
         uint32_t count = 1; /* pixels this step covers */
         if (coding & VT_CODING_MODEL) {
-            stored = decode_pixel(font, &decoder, lines, along);
+            stored = decode_pixel(font, &decoder, lines, values, along);
         } else if (coding & VT_CODING_RUNS) {
             if (run_due) {
                 zeros = take_run(stream);

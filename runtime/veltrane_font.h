@@ -111,6 +111,7 @@ typedef struct vt_font
     uint8_t model_bits;     /* of a context: the sum of model_width */
     uint8_t model_width[3]; /* of the model's window on the line, the line before, the one before that */
     uint8_t model_shift[3]; /* VT_MODEL_MARGIN less how far back each window starts */
+    uint8_t model_value_bits; /* kept of each neighbour's value for a value between 0 and full */
     int16_t height; /* baseline to baseline */
     int16_t ascender;
     int16_t descender; /* negative below the baseline */
@@ -132,12 +133,14 @@ typedef struct vt_font
      * in the second context, one at full coverage), 0 for one off the glyph. With
      * n = 2^model_bits, model[c] is the chance / 256 (0: none) that the pixel of context c
      * is 0. Beyond 1 bit a pixel, model[n + c], of the context of full coverage, is the
-     * chance that a pixel not 0 is not full either; such a pixel's value then comes bit by
-     * bit from the top, model[2n + t] the chance of a 0 bit where t is 1 followed by the bits
-     * so far. The arithmetic decoder's code is the 32 bits from the glyph's start; it takes
-     * bound = (range >> 8) * chance, 0 when code < bound (range = bound), else 1 (code and
-     * range less bound), and while range < 2^24, shifts both left by 8 and takes the next 8
-     * bits into code. */
+     * chance that a pixel not 0 is not full either. Such a pixel's value then comes bit by
+     * bit from the top, with the chance of a 0 bit at model[2n + (v << bpp) + t]: t is 1
+     * followed by the value's bits so far, and v the top model_value_bits bits of the value
+     * of the pixel before on the line, followed by those of the pixel on the line before (0
+     * off the glyph). The arithmetic decoder's code is the 32 bits from the glyph's start;
+     * it takes bound = (range >> 8) * chance, 0 when code < bound (range = bound), else 1
+     * (code and range less bound), and while range < 2^24, shifts both left by 8 and takes
+     * the next 8 bits into code. */
     const uint8_t* model;
 } vt_font_t;
 

@@ -4,6 +4,7 @@
 #include "export/packed/code_blocks.h"
 #include "export/packed/packed_kerning.h"
 #include "export/packed/packed_pixels.h"
+#include "export/packed/pixel_model.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,10 +15,10 @@ using Record = std::array<int64_t, packed::kFields>;
 
 constexpr uint64_t kMaxFieldValue = uint64_t{1} << packed::kMaxFieldBits;
 
-// The fields that place a glyph's pixels, which a glyph with nothing to draw has none of.
+// The fields that place and code a glyph's pixels, which a glyph with nothing to draw has none of.
 bool IsBoxField(unsigned field)
 {
-    return field == packed::kLeft || field == packed::kTop || field == packed::kPixels;
+    return field == packed::kLeft || field == packed::kTop || field == packed::kPixels || field == packed::kCoding;
 }
 
 // Each field in the fewest bits that hold its values less their minimum. A glyph with
@@ -38,8 +39,8 @@ void PackRecords(std::vector<Record> records, const std::vector<bool>& drawn, Pa
     for (unsigned field = 0; field < packed::kFields; ++field) {
         if (min[field] > max[field])
             min[field] = max[field] = 0;
-        // Pixel positions and codings count from 0, so that their fields need no minimum.
-        if (field == packed::kPixels || field == packed::kCoding)
+        // Pixel positions count from 0, so that their field needs no minimum.
+        if (field == packed::kPixels)
             min[field] = 0;
         font.fieldMin[field] = static_cast<int>(min[field]);
         font.fieldBits[field] = BitWriter::BitsFor(static_cast<uint64_t>(max[field] - min[field]));
@@ -90,6 +91,8 @@ PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning
     std::vector<StoredPixels> stored;
     for (const PackGlyph& glyph : glyphs)
         stored.push_back(StorePixels(glyph, options));
+    if (options.compress == PixelCompression::Auto || options.compress == PixelCompression::Model)
+        ApplyPixelModel(stored, options.bpp, options.compress == PixelCompression::Model, font);
     font.pixelShift = PixelShift(stored);
     BitWriter pixels;
     std::vector<Record> records;
@@ -104,6 +107,9 @@ PackedFont PackFont(std::vector<PackGlyph> glyphs, const std::vector<PackKerning
     }
     PackRecords(std::move(records), drawn, font);
     font.pixels = pixels.Bytes();
+    // The model's decoder reads up to 32 bits past a glyph's last.
+    if (!font.model.empty())
+        font.pixels.resize(font.pixels.size() + 4, 0);
     // Records of no bits or no pixels at all still get a byte, so that the runtime never
     // works out a position from a null array.
     for (std::vector<uint8_t>* bytes : {&font.records, &font.pixels, &font.blocks})

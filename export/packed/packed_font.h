@@ -62,7 +62,8 @@ enum class PixelCompression
 {
     Auto, // the smallest of all, the model coding among them where its tables repay
     Runs, // the smallest of plain values and the run codings, which draw fastest
-    None  // plain values
+    None, // plain values
+    Model // the model coding for every glyph it can take, however large (to measure it)
 };
 
 // How the pixels are stored.
@@ -101,6 +102,7 @@ struct PackedFont
     std::vector<uint8_t> kerning;
     std::vector<uint8_t> model; // the model coding's chances; empty without glyphs of it
     unsigned modelBits = 0;
+    unsigned modelValueBits = 0;
     std::array<unsigned, 3> modelWidth{};
     std::array<unsigned, 3> modelShift{};
     uint32_t kerningRights = 0;
@@ -126,7 +128,7 @@ struct PackedFont
 };
 
 // The bytes vt_font_t takes on a 32-bit target, its pointers 4 bytes.
-constexpr size_t kPackedFontRecordBytes = 92;
+constexpr size_t kPackedFontRecordBytes = 96;
 
 // The stored value of 8-bit coverage `value` at `bpp` bits, rounded to the nearest.
 inline unsigned QuantizeCoverage(unsigned value, unsigned bpp)

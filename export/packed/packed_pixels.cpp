@@ -72,7 +72,7 @@ StoredPixels StorePixels(const PackGlyph& glyph, const PackOptions& options)
     stored.rows = lastRow - firstRow + 1;
     stored.left += static_cast<int>(firstColumn);
     stored.top -= static_cast<int>(firstRow);
-    std::vector<uint8_t> box;
+    std::vector<uint8_t>& box = stored.box;
     box.reserve(size_t{stored.width} * stored.rows);
     for (unsigned row = firstRow; row <= lastRow; ++row)
         for (unsigned column = firstColumn; column <= lastColumn; ++column)

@@ -14,6 +14,7 @@ struct StoredPixels
     int top = 0;  // baseline up to the box's top row
     unsigned coding = 0;
     BitWriter bits;
+    std::vector<uint8_t> box; // the quantized values of the box, row by row
 };
 
 StoredPixels StorePixels(const PackGlyph& glyph, const PackOptions& options);

@@ -97,6 +97,7 @@ void WritePackedFontSource(OutputWriter& out, const std::string& baseName, const
     WriteMember(out, "model_bits", font.modelBits);
     WriteListMember(out, "model_width", font.modelWidth);
     WriteListMember(out, "model_shift", font.modelShift);
+    WriteMember(out, "model_value_bits", font.modelValueBits);
     WriteMember(out, "height", static_cast<long>(font.metrics.height));
     WriteMember(out, "ascender", font.metrics.ascender);
     WriteMember(out, "descender", font.metrics.descender);

@@ -113,7 +113,7 @@ TEST(PackedProgram, ProofShowsTheStoredPixelsAndStatsTheFlash)
     // A .cpp OUTPUT of a packed font names a .c file.
     EXPECT_TRUE(fs::exists(dir.Path() / "Font.c"));
     for (const std::string row :
-         {"bits a pixel                          1\n", "flash bytes, font record             84\n",
+         {"bits a pixel                          1\n", "flash bytes, font record             96\n",
           "flash bytes, code lookup              2\n", "Font.c bytes"})
         EXPECT_NE(one.out.find(row), std::string::npos) << one.out;
 }

@@ -16,6 +16,7 @@ inline vt_font_t RuntimeFont(const PackedFont& font)
     v.kerning_rights = font.kerningRights;
     v.model = font.model.empty() ? nullptr : font.model.data();
     v.model_bits = static_cast<uint8_t>(font.modelBits);
+    v.model_value_bits = static_cast<uint8_t>(font.modelValueBits);
     for (int i = 0; i < 3; ++i) {
         v.model_width[i] = static_cast<uint8_t>(font.modelWidth[i]);
         v.model_shift[i] = static_cast<uint8_t>(font.modelShift[i]);
