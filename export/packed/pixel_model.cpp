@@ -7,8 +7,6 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -200,8 +198,6 @@ ModelShape ChooseShape(const std::vector<const ModelGlyph*>& sampled, double sha
         const ModelShape shape{windows, 0, bpp};
         const size_t tables = bpp == 1 ? shape.Contexts() : 2 * shape.Contexts();
         const double bits = FittedBits(Count(sampled, shape), 0, tables) / share + 8.0 * tables;
-        if (getenv("VT_MODEL_DEBUG"))
-            fprintf(stderr, "%u %d %d: %.0f B\n", windows.current, windows.before, windows.beforeThat, bits / 8);
         if (bits < bestBits) {
             bestBits = bits;
             best.windows = windows;
