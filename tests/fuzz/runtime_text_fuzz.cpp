@@ -1,5 +1,5 @@
-// Arbitrary bytes as a text for vt_draw_text, over packed fonts of each key kind and kerning
-// form: the first byte picks the font and the rotation, the rest is the text. Every plot
+// Arbitrary bytes as a text for vt_draw_text, over packed fonts of each key kind, kerning
+// form and pixel coding: the first byte picks the font and the rotation, the rest is the text. Every plot
 // must land within the glyphs' reach of the pen, and the width must be the drawn advance.
 #include "export/packed/packed_font.h"
 #include "runtime/runtime_font.h"
@@ -18,7 +18,7 @@ struct Fonts
 
 // Glyphs of up to 3 by 3 pixels over the code space: ASCII, Latin-1, a few scattered
 // and astral codes, CJK in runs and bitmaps; or, in bytes, every other byte.
-PackedFont MakeFont(packed::Keys keys, bool classes, unsigned bpp)
+PackedFont MakeFont(packed::Keys keys, bool classes, unsigned bpp, PixelCompression compress)
 {
     std::vector<uint32_t> codes;
     if (keys == packed::Keys::Bytes) {
@@ -53,6 +53,7 @@ PackedFont MakeFont(packed::Keys keys, bool classes, unsigned bpp)
     PackOptions options;
     options.bpp = bpp;
     options.keys = keys;
+    options.compress = compress;
     return PackFont(glyphs, kerning, {16, 12, -4}, options);
 }
 
@@ -63,7 +64,9 @@ const Fonts& AllFonts()
         for (packed::Keys keys : {packed::Keys::Unicode, packed::Keys::Bytes})
             for (bool classes : {false, true})
                 for (unsigned bpp : {1u, 4u})
-                    made.packed.push_back(MakeFont(keys, classes, bpp));
+                    for (PixelCompression compress :
+                         {PixelCompression::None, PixelCompression::Runs, PixelCompression::Model})
+                        made.packed.push_back(MakeFont(keys, classes, bpp, compress));
         for (const PackedFont& font : made.packed)
             made.runtime.push_back(RuntimeFont(font));
         return made;
@@ -91,7 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
     const Fonts& fonts = AllFonts();
     const vt_font_t& font = fonts.runtime[data[0] % fonts.runtime.size()];
-    const int rotation = (data[0] >> 3) % 5 * 90; // 360 draws nothing
+    const int rotation = static_cast<int>(data[0] / fonts.runtime.size() % 5 * 90); // 360 draws nothing
     // Exactly the text and a 0 byte, so that reading past it is the sanitizer's error.
     std::vector<char> text(data + 1, data + size);
     text.push_back(0);
