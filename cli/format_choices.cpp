@@ -26,9 +26,10 @@ void AddFormatOptions(CLI::App& app, ExportRequest& request)
     app.add_option_function<std::string>(
            "--compress",
            [&request](const std::string& text) {
-               request.pack.compress = NamedChoice<PixelCompression>(
-                   "--compress", text,
-                   {{"auto", PixelCompression::Auto}, {"runs", PixelCompression::Runs}, {"none", PixelCompression::None}});
+               request.pack.compress = NamedChoice<PixelCompression>("--compress", text,
+                                                                     {{"auto", PixelCompression::Auto},
+                                                                      {"runs", PixelCompression::Runs},
+                                                                      {"none", PixelCompression::None}});
            },
            "With --format packed: auto (each glyph in the smallest coding, predicting each pixel\n"
            "from its neighbours where the font's model repays its tables), runs (the smallest of\n"

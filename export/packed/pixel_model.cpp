@@ -129,30 +129,35 @@ uint8_t Chance(const std::array<uint32_t, 2>& counts)
     return static_cast<uint8_t>(std::clamp(std::lround(share), 1L, 255L));
 }
 
-// The bits a decision costs by its outcome and chance, as ArithmeticEncoder::Cost.
-const std::array<std::array<double, 256>, 2>& CostTable()
+// Costs in whole units of 2^-16 bits, so that sums, and the choices made by them, come out
+// the same wherever the exporter runs, its page's engine included.
+using Cost = uint64_t;
+constexpr Cost kBit = 1u << 16;
+
+// What a decision costs by its outcome and chance, as ArithmeticEncoder::Cost says (an
+// outcome of no chance never happens).
+const std::array<std::array<Cost, 256>, 2>& CostTable()
 {
     static const auto table = [] {
-        std::array<std::array<double, 256>, 2> costs{};
+        std::array<std::array<Cost, 256>, 2> costs{};
         for (unsigned bit = 0; bit < 2; ++bit)
             for (unsigned zero = 0; zero < 256; ++zero)
-                costs[bit][zero] = ArithmeticEncoder::Cost(bit, zero);
+                if (bit ? zero < 256 : zero > 0)
+                    costs[bit][zero] = static_cast<Cost>(std::llround(ArithmeticEncoder::Cost(bit, zero) * kBit));
         return costs;
     }();
     return table;
 }
 
-// The bits of the counted decisions with chances fitted to them, the chances' entries
-// from `first` to `last` only.
-double FittedBits(const Counts& counts, size_t first, size_t last)
+// The counted decisions with chances fitted to them, the chances' entries from `first` to
+// `last` only.
+Cost FittedCost(const Counts& counts, size_t first, size_t last)
 {
     const auto& cost = CostTable();
-    double bits = 0;
+    Cost bits = 0;
     for (size_t entry = first; entry < last; ++entry) {
         const uint8_t chance = Chance(counts[entry]);
-        for (unsigned bit = 0; bit < 2; ++bit)
-            if (counts[entry][bit] > 0) // an outcome of no chance never happens
-                bits += counts[entry][bit] * cost[bit][chance];
+        bits += counts[entry][0] * cost[0][chance] + counts[entry][1] * cost[1][chance];
     }
     return bits;
 }
@@ -197,7 +202,8 @@ ModelShape ChooseShape(const std::vector<const ModelGlyph*>& sampled, double sha
     for (const ModelWindows& windows : WindowChoices()) {
         const ModelShape shape{windows, 0, bpp};
         const size_t tables = bpp == 1 ? shape.Contexts() : 2 * shape.Contexts();
-        const double bits = FittedBits(Count(sampled, shape), 0, tables) / share + 8.0 * tables;
+        const double bits =
+            static_cast<double>(FittedCost(Count(sampled, shape), 0, tables)) / share + 8.0 * kBit * tables;
         if (bits < bestBits) {
             bestBits = bits;
             best.windows = windows;
@@ -210,7 +216,8 @@ ModelShape ChooseShape(const std::vector<const ModelGlyph*>& sampled, double sha
     for (unsigned valueBits = 0; valueBits <= std::min(bpp, 4u); ++valueBits) {
         valuesOnly.valueBits = valueBits;
         const size_t size = valuesOnly.TableSize();
-        const double bits = FittedBits(Count(sampled, valuesOnly), 2, size) / share + 8.0 * (size - 2);
+        const double bits =
+            static_cast<double>(FittedCost(Count(sampled, valuesOnly), 2, size)) / share + 8.0 * kBit * (size - 2);
         if (bits < bestBits) {
             bestBits = bits;
             best.valueBits = valueBits;
@@ -236,12 +243,12 @@ std::vector<uint8_t> Chances(const Counts& counts)
 }
 
 // What the coder's end adds to a glyph's information, about.
-constexpr double kFinishBits = 2.0;
+constexpr Cost kFinishCost = 2 * kBit;
 
-double EstimateBits(const ModelGlyph& glyph, const ModelShape& shape, const std::vector<uint8_t>& table)
+Cost EstimateCost(const ModelGlyph& glyph, const ModelShape& shape, const std::vector<uint8_t>& table)
 {
     const auto& cost = CostTable();
-    double bits = kFinishBits;
+    Cost bits = kFinishCost;
     for (const Sample& sample : glyph.samples)
         Decisions(sample, shape, [&](size_t entry, unsigned bit) { bits += cost[bit][table[entry]]; });
     return bits;
@@ -263,7 +270,8 @@ Fitted FitTo(const std::vector<const ModelGlyph*>& candidates, const ModelShape&
             break;
         bool changed = false;
         for (size_t i = 0; i < candidates.size(); ++i) {
-            if (fitted.taking[i] && EstimateBits(*candidates[i], shape, fitted.table) >= ownBits[candidates[i]->index]) {
+            if (fitted.taking[i] &&
+                EstimateCost(*candidates[i], shape, fitted.table) >= ownBits[candidates[i]->index] * kBit) {
                 fitted.taking[i] = false;
                 changed = true;
             }

@@ -137,7 +137,8 @@ protected:
 TEST_P(PackedDrawing, EveryGlyphInEveryRotationAndBppIsTheRenderQuantized)
 {
     for (unsigned bpp : {1u, 2u, 4u, 8u})
-        for (PixelCompression compress : {PixelCompression::None, PixelCompression::Runs, PixelCompression::Auto, PixelCompression::Model}) {
+        for (PixelCompression compress :
+             {PixelCompression::None, PixelCompression::Runs, PixelCompression::Auto, PixelCompression::Model}) {
             const PackedFont packed = Pack(bpp, compress);
             const vt_font_t runtime = RuntimeFont(packed);
             for (const auto& [code, character] : ds)

@@ -71,7 +71,9 @@ struct Edge
 std::vector<Edge> Edges()
 {
     std::mt19937 random(7);
-    auto noise = [&](unsigned, unsigned) { return random() % 3 ? random() % 256 : 0; };
+    auto noise = [&](unsigned, unsigned) {
+        return random() % 3 ? random() % 256 : 0;
+    };
     auto corners = [&](unsigned width, unsigned rows) {
         return [=, &random](unsigned column, unsigned row) {
             return (column == 0 || column == width - 1) && (row == 0 || row == rows - 1) ? 255 : random() % 256;
@@ -83,14 +85,16 @@ std::vector<Edge> Edges()
         {"full", Shape(3, 12, 9, [](unsigned, unsigned) { return 255; }), packed::kModel},
         {"first row and column", Shape(4, 10, 8, [](unsigned column, unsigned row) { return column && row ? 0 : 255; }),
          packed::kModel},
-        {"last row and column", Shape(5, 10, 8, [](unsigned column, unsigned row) { return column < 9 && row < 7 ? 0 : 160; }),
+        {"last row and column",
+         Shape(5, 10, 8, [](unsigned column, unsigned row) { return column < 9 && row < 7 ? 0 : 160; }),
          packed::kModel},
         {"noise", Shape(6, 13, 11, noise), packed::kModel},
         {"one column", Shape(7, 1, 40, corners(1, 40)), packed::kModel},
         {"widest rows", Shape(8, kMaxModelLine, 6, corners(kMaxModelLine, 6)), packed::kModel},
         {"columns", Shape(9, kMaxModelLine + 1, kMaxModelLine, corners(kMaxModelLine + 1, kMaxModelLine)),
          packed::kModel | packed::kColumns},
-        {"too wide and too tall", Shape(10, kMaxModelLine + 1, kMaxModelLine + 1, corners(kMaxModelLine + 1, kMaxModelLine + 1)), 0},
+        {"too wide and too tall",
+         Shape(10, kMaxModelLine + 1, kMaxModelLine + 1, corners(kMaxModelLine + 1, kMaxModelLine + 1)), 0},
     };
 }
 
@@ -190,7 +194,8 @@ TEST(PixelCoding, TheModelIsTakenWhereItsTablesRepay)
     for (uint32_t code = 0; code < 400; ++code)
         (code < 3 ? few : many).push_back(Strokes(code, 16, random));
     for (unsigned bpp : {1u, 2u, 4u, 8u}) {
-        const PackedFont fewAuto = Pack(few, bpp, PixelCompression::Auto), fewRuns = Pack(few, bpp, PixelCompression::Runs);
+        const PackedFont fewAuto = Pack(few, bpp, PixelCompression::Auto),
+                         fewRuns = Pack(few, bpp, PixelCompression::Runs);
         EXPECT_TRUE(fewAuto.model.empty()) << bpp << " bpp";
         EXPECT_EQ(fewAuto.pixels, fewRuns.pixels) << bpp << " bpp";
         const PackedFont manyAuto = Pack(many, bpp, PixelCompression::Auto);
