@@ -2,7 +2,7 @@
 #                          [ROTATIONS <r>...] [OUTPUT_DIR <dir>] [PROOF <png>]
 #                          [GLYPHS <file>:<list>[=><code>]...] [FALLBACK <file>...]
 #                          [TEXT_FILES <file>...]
-#                          [FORMAT ds|packed [BPP 1|2|4|8] [COMPRESS auto|none]]
+#                          [FORMAT ds|packed [BPP 1|2|4|8] [COMPRESS auto|runs|none]]
 #                          [OPTIONS <exporter arguments>...])
 #
 # Exports the font at build time with veltrane-fontgen-export into <dir>/<base>.cpp and
@@ -34,14 +34,17 @@
 #   FORMAT      packed writes <dir>/<base>.c and .h instead, a font_<base> drawn in all four
 #               rotations by the C runtime, which <target> then links (veltrane::font_runtime;
 #               the project must enable C); BPP (default 4) and COMPRESS (default auto) choose
-#               its pixels, as --bpp and --compress do
+#               its pixels, as --bpp and --compress do: COMPRESS auto stores each glyph in the
+#               smallest coding, runs only in the run-length codings, which draw fastest, none
+#               every pixel plainly
 #   OPTIONS     further exporter arguments, passed as they are, e.g. OPTIONS --codepage CP1251;
 #               the rendering choices too, e.g. OPTIONS --mono --hinting auto for a 1-bit
 #               display, or OPTIONS --gamma 2.2. A quoted argument stays one argument with
 #               its ";": OPTIONS --text "Volume; Menu" hands the exporter the text as typed
 #
-# HEIGHT, ROTATIONS and the values of --height, --rotations, --kerning and --hinting in
-# OPTIONS are checked at configure time, with the exporter's words.
+# HEIGHT, ROTATIONS, FORMAT, BPP, COMPRESS and the values of --height, --rotations, --kerning,
+# --hinting, --format, --bpp and --compress in OPTIONS are checked at configure time, with the
+# exporter's words.
 #
 # The export runs again when a font, a text file or the exporter changes. The exporter leaves files
 # whose bytes do not change untouched, and the command's output is a stamp file with the

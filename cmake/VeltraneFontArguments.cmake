@@ -81,7 +81,7 @@ function(_veltrane_check_rotations fn text)
   endforeach()
 endfunction()
 
-# A named choice, any letter case: --kerning and --hinting.
+# A named choice, any letter case: --kerning, --hinting, --format, --bpp and --compress.
 function(_veltrane_check_choice fn option text choices)
   string(TOLOWER "${text}" lower)
   if(NOT lower IN_LIST choices)
@@ -122,7 +122,7 @@ function(_veltrane_check_exporter_args fn args)
     elseif(option STREQUAL "--bpp")
       _veltrane_check_choice("${fn}" --bpp "${arg}" "1;2;4;8")
     elseif(option STREQUAL "--compress")
-      _veltrane_check_choice("${fn}" --compress "${arg}" "auto;none")
+      _veltrane_check_choice("${fn}" --compress "${arg}" "auto;runs;none")
     endif()
     set(option "${arg}")
   endforeach()

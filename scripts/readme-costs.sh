@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The README's table of what each option costs or saves, recomputed from the exporter's
-# --stats, and its table of packed fonts' flash, recomputed with arm-none-eabi-gcc, so
-# that their numbers stay those the exporter writes. Prints the tables' rows; --check
+# --stats, and its tables of packed fonts' flash (DejaVu Sans, and Noto Sans CJK SC with
+# GB2312's level 1), recomputed with arm-none-eabi-gcc, so that their numbers stay those
+# the exporter writes. Prints the tables' rows; --check
 # fails when the README's rows differ, --write puts them in the README.
 # Usage: scripts/readme-costs.sh [--check|--write] EXPORTER
 set -euo pipefail
@@ -41,24 +42,37 @@ rows() {
     --height 12 --mono --hinting auto --rotations 0
 }
 
-# The flash of DejaVu Sans 16 px, codes 32-126, packed, as a Cortex-M4 build takes it:
-# every data section of the object.
+# The flash of a packed font, as a Cortex-M4 build takes it: every data section of the object.
 flash() {
-  "$exporter" --format packed --height 16 --chars 32-126 "$@" "$dejavu" "$out/F.c"
+  "$exporter" --format packed "$@" "$out/F.c"
   arm-none-eabi-gcc -std=c99 -Os -mcpu=cortex-m4 -mthumb -I"$out" -I"$(dirname "$readme")/runtime" \
     -c "$out/F.c" -o "$out/F.o"
   arm-none-eabi-size -A "$out/F.o" | awk '/^\.(rodata|data)/ { sum += $2 } END { print sum + 0 }'
 }
 
+# The fonts of the flash tables, as scripts/bench-packed-flash.sh exports them.
+dejavu_flash=(--height 16 --chars 32-126 "$dejavu")
+cjk_flash=(--height 16 --face 2 --chars 32-126 --text-file "$(dirname "$readme")/bench/gb2312_level1.txt"
+           --kerning auto /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc)
+
 # lv_font_conv 1.5.3's --format bin files of the same glyphs, compressed and plain, as
 # `make bench` measures them (it installs lv_font_conv from npm, which the tests do not).
-declare -A peer=([1]="1632 1632" [2]="2388 2824" [4]="3956 4992" [8]="7156 9328")
+declare -A dejavu_peer=([1]="1632 1632" [2]="2388 2824" [4]="3956 4992" [8]="7156 9328")
+declare -A cjk_peer=([1]="140188 140188" [2]="240360 268156" [4]="410072 493596" [8]="766152 944064")
 
+# A flash table's rows: each --compress choice of the font of the exporter's arguments at
+# each bits a pixel, beside lv_font_conv's files named by `peer_name`, and auto's share of
+# the compressed one.
 flash_rows() {
+  local -n peer=$1
+  shift
+  local bpp auto peer_compressed peer_plain
   for bpp in 1 2 4 8; do
     read -r peer_compressed peer_plain <<<"${peer[$bpp]}"
-    printf '| %s | %s | %s | %s | %s |\n' $bpp "$(flash --bpp $bpp)" "$peer_compressed" \
-      "$(flash --bpp $bpp --compress none)" "$peer_plain"
+    auto=$(flash --bpp $bpp "$@")
+    printf '| %s | %s | %s | %s | %s | %s | %s |\n' $bpp "$auto" "$(flash --bpp $bpp --compress runs "$@")" \
+      "$(flash --bpp $bpp --compress none "$@")" "$peer_compressed" "$peer_plain" \
+      "$(awk -v a="$auto" -v p="$peer_compressed" 'BEGIN { printf "%.2f", a / p }')"
   done
 }
 
@@ -76,17 +90,17 @@ write_rows() {
 }
 
 status=0
-for table in costs flash; do
-  if [[ $table == costs ]]; then
-    header='| Export | Characters |' computed=$(rows)
-  else
-    header='| Bits a pixel | Packed, compressed |' computed=$(flash_rows)
-  fi
+for table in costs dejavu cjk; do
+  case $table in
+    costs) header='| Export | Characters |' computed=$(rows) ;;
+    dejavu) header='| DejaVu Sans, bits a pixel |' computed=$(flash_rows dejavu_peer "${dejavu_flash[@]}") ;;
+    cjk) header='| Noto Sans CJK SC, bits a pixel |' computed=$(flash_rows cjk_peer "${cjk_flash[@]}") ;;
+  esac
   case $mode in
     print) echo "$computed" ;;
     check)
       if [[ "$computed" != "$(readme_rows "$header")" ]]; then
-        echo "The README's table of $table differs from what the exporter writes; run $0 --write" >&2
+        echo "The README's $table table differs from what the exporter writes; run $0 --write" >&2
         diff <(readme_rows "$header") <(echo "$computed") >&2 || true
         status=1
       fi ;;

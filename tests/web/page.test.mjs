@@ -183,12 +183,15 @@ const GOLDEN_CASES = [
       'HEIGHT 12 OPTIONS --mono)',
   },
   {
-    title: 'a packed font in 2 bits a pixel',
+    title: 'a packed font in 2 bits a pixel, run-length coded only',
     fonts: [NOTO],
-    fields: { 'font-file': NOTO, format: 'packed', bpp: '2', kerning: 'auto' },
+    fields: { 'font-file': NOTO, format: 'packed', bpp: '2', compress: 'runs', kerning: 'auto' },
     command:
-      'veltrane-fontgen-export --kerning auto --format packed --bpp 2 --proof NotoSans_Regular.png ' +
+      'veltrane-fontgen-export --kerning auto --format packed --bpp 2 --compress runs --proof NotoSans_Regular.png ' +
       'NotoSans-Regular.ttf NotoSans_Regular.c',
+    cmake:
+      'veltrane_add_bitmap_font(firmware FONT fonts/NotoSans-Regular.ttf NAME NotoSans_Regular FORMAT packed BPP 2 ' +
+      'COMPRESS runs OPTIONS --kerning auto)',
   },
   {
     title: 'a Unicode font: Greek capitals past 255, a Cyrillic text, Chinese from a strings file and a collection',
