@@ -108,18 +108,10 @@ static void read_fields(const uint8_t* data, uint32_t index, unsigned entry_bits
         field[f] = (int32_t)take(&stream, bits[f]) + (min ? min[f] : 0);
 }
 
-/* The set bits of a byte. */
-static unsigned ones(uint32_t byte)
-{
-    byte -= byte >> 1 & 0x55;
-    byte = (byte & 0x33) + (byte >> 2 & 0x33);
-    return (byte + (byte >> 4)) & 0x0F;
-}
-
 /* The glyph's index in the records, or -1 for a code the font lacks. */
 static int32_t find_glyph(const vt_font_t* font, uint32_t code)
 {
-    uint32_t low = 0, high = font->block_count, offset;
+    uint32_t low = 0, high = font->block_count, offset, count, bits;
     int32_t block[VT_BLOCK_FIELDS], index;
     stream_t stream;
     /* The last block that starts at or before the code (the first block when none does,
@@ -138,11 +130,14 @@ static int32_t find_glyph(const vt_font_t* font, uint32_t code)
         return -1;
     if (!block[VT_BLOCK_BITMAP])
         return block[VT_BLOCK_GLYPH] + (int32_t)offset;
+    /* The glyphs of the bitmap's set bits before the code's, counted 24 bits at a time. */
     index = block[VT_BLOCK_GLYPH];
     start(&stream, font->blocks, (uint32_t)block[VT_BLOCK_BITMAP]);
-    for (; offset >= 8; offset -= 8)
-        index += (int32_t)ones(take(&stream, 8));
-    index += (int32_t)ones(take(&stream, offset));
+    for (; offset; offset -= count) {
+        count = offset < 24 ? offset : 24;
+        for (bits = take(&stream, count); bits; bits &= bits - 1)
+            ++index;
+    }
     return take(&stream, 1) ? index : -1;
 }
 
@@ -180,10 +175,7 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
     if (!data)
         return 0;
     if (font->kerning_form == VT_KERNING_PAIRS) {
-        /* Both glyphs as one key where a take holds them, else one after the other. */
-        const unsigned one_key = 2 * glyph_bits <= 24;
-        stored = find_entry(data, 0, font->kerning_entries[0], 2 * glyph_bits + delta_bits, glyph_bits << one_key,
-                            2 - one_key, one_key ? right << glyph_bits | left : right, left);
+        stored = find_entry(data, 0, font->kerning_entries[0], 2 * glyph_bits + delta_bits, glyph_bits, 2, right, left);
     } else {
         /* The right glyph first: most characters have no pair to the left of them. */
         const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],
