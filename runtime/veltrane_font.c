@@ -29,6 +29,14 @@ static void start(stream_t* stream, const uint8_t* data, uint32_t pos)
     take(stream, pos & 7);
 }
 
+/* The `count` bits at bit `pos` of `data`. */
+static uint32_t take_at(const uint8_t* data, uint32_t pos, unsigned count)
+{
+    stream_t stream;
+    start(&stream, data, pos);
+    return take(&stream, count);
+}
+
 /* A length as Elias gamma codes it: the bits of length + 1 after as many zeros less one. */
 static uint32_t take_run(stream_t* stream)
 {
@@ -38,13 +46,17 @@ static uint32_t take_run(stream_t* stream)
     return (1u << zeros | take(stream, zeros)) - 1;
 }
 
-/* A binary arithmetic decoder: the width of the interval left and the code's offset in it,
- * the code being the 32 bits of the stream from the interval's start. */
+/* A glyph's pixels being decoded: their stream; for the model, the arithmetic decoder (the
+ * width of the interval left and the code's offset in it, the code being the 32 bits of the
+ * stream from the interval's start) and the lines its contexts look at. */
 typedef struct
 {
     stream_t stream;
     uint32_t range;
     uint32_t code;
+    /* Of the line being decoded (0, 1), the one before (2, 3) and the one before that (4, 5):
+     * the pixels not 0, then those full, a pixel's bit at VT_MODEL_MARGIN + its place along. */
+    uint32_t lines[6];
 } decoder_t;
 
 /* The next bit, 0 with chance `zero` / 256 (0: certainly 1). */
@@ -61,51 +73,53 @@ static unsigned decode_bit(decoder_t* decoder, unsigned zero)
     return bit;
 }
 
-/* The model's context of the pixel at `along` in the line being decoded: the bits of
- * lines[i] (the line, the one before, the one before that) in the font's window of each. */
-static uint32_t context(const vt_font_t* font, const uint32_t* lines, int along)
+/* Whether the pixel at `along` in the line being decoded is not 0 (`full` 0) or, when it is
+ * not, full (`full` 1): a bit coded with the model's chance for the pixel's context, the bits
+ * of lines[full], [full + 2] and [full + 4] in the font's window of each. */
+static unsigned decode_context(const vt_font_t* font, decoder_t* decoder, unsigned full, int along)
 {
     uint32_t bits = 0;
     unsigned i;
     for (i = 0; i < 3; ++i)
         bits = bits << font->model_width[i] |
-               (lines[i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
-    return bits;
+               (decoder->lines[full + 2 * i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
+    return decode_bit(decoder, font->model[(full << font->model_bits) + bits]);
 }
 
-/* The value of the pixel at `along` as the model codes it, marked in the lines not 0
- * (lines[0]) and full (lines[3]). */
-static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, uint32_t* lines, int along)
+/* The value of the pixel at `along` as the model codes it, marked in the lines. */
+static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, int along)
 {
     const unsigned full = (1u << font->bpp) - 1;
-    const uint8_t* table = font->model;
-    unsigned value = 0;
+    unsigned value = 0, i;
+    /* A line starts: the lines move back. */
+    if (!along) {
+        for (i = 5; i > 1; --i)
+            decoder->lines[i] = decoder->lines[i - 2];
+        decoder->lines[0] = decoder->lines[1] = 0;
+    }
     /* Not 0?; beyond 1 bit, full?; else the value's bits from the top. */
-    if (decode_bit(decoder, table[context(font, lines, along)])) {
+    if (decode_context(font, decoder, 0, along)) {
         value = full;
-        table += 1u << font->model_bits;
-        if (full > 1 && !decode_bit(decoder, table[context(font, lines + 3, along)])) {
-            table += 1u << font->model_bits;
+        if (full > 1 && !decode_context(font, decoder, 1, along)) {
+            const uint8_t* const table = font->model + (2u << font->model_bits);
             for (value = 1; value <= full;)
                 value = value << 1 | decode_bit(decoder, table[value]);
             value -= full + 1;
         }
     }
-    lines[0] |= (uint32_t)(value != 0) << (along + VT_MODEL_MARGIN);
-    lines[3] |= (uint32_t)(value == full) << (along + VT_MODEL_MARGIN);
+    decoder->lines[0] |= (uint32_t)(value != 0) << (along + VT_MODEL_MARGIN);
+    decoder->lines[1] |= (uint32_t)(value == full) << (along + VT_MODEL_MARGIN);
     return value;
 }
 
-/* The `count` fields of entry `index` of `data`, `entry_bits` apart, each of bits[f] bits
- * plus min[f] (0 without `min`). */
-static void read_fields(const uint8_t* data, uint32_t index, unsigned entry_bits, const uint8_t* bits,
-                        const int16_t* min, unsigned count, int32_t* field)
+/* The `count` fields at bit `pos` of `data`, each of bits[f] bits. */
+static void read_fields(const uint8_t* data, uint32_t pos, const uint8_t* bits, unsigned count, int32_t* field)
 {
     stream_t stream;
     unsigned f;
-    start(&stream, data, index * entry_bits);
+    start(&stream, data, pos);
     for (f = 0; f < count; ++f)
-        field[f] = (int32_t)take(&stream, bits[f]) + (min ? min[f] : 0);
+        field[f] = (int32_t)take(&stream, bits[f]);
 }
 
 /* The glyph's index in the records, or -1 for a code the font lacks. */
@@ -118,13 +132,12 @@ static int32_t find_glyph(const vt_font_t* font, uint32_t code)
      * which then lacks it); a font has at least one block. */
     while (high - low > 1) {
         const uint32_t middle = (low + high) >> 1;
-        read_fields(font->blocks, middle, font->block_bits, font->block_field_bits, NULL, 1, block);
-        if ((uint32_t)block[VT_BLOCK_FIRST] <= code)
+        if (take_at(font->blocks, middle * font->block_bits, font->block_field_bits[VT_BLOCK_FIRST]) <= code)
             low = middle;
         else
             high = middle;
     }
-    read_fields(font->blocks, low, font->block_bits, font->block_field_bits, NULL, VT_BLOCK_FIELDS, block);
+    read_fields(font->blocks, low * font->block_bits, font->block_field_bits, VT_BLOCK_FIELDS, block);
     offset = code - (uint32_t)block[VT_BLOCK_FIRST];
     if (offset > (uint32_t)block[VT_BLOCK_LAST])
         return -1;
@@ -141,23 +154,25 @@ static int32_t find_glyph(const vt_font_t* font, uint32_t code)
     return take(&stream, 1) ? index : -1;
 }
 
-/* The value after the keys in `count` sorted entries `entry_bits` apart from bit `base`,
- * each `keys` keys of `key_bits` (1 or 2, compared in order) and then the value; -1 when
- * no entry has those keys. */
-static int32_t find_entry(const uint8_t* data, uint32_t base, uint32_t count, unsigned entry_bits, unsigned key_bits,
-                          unsigned keys, int32_t key, int32_t second_key)
+/* The value after the keys of the kerning entry of glyph `key` (then, with pairs, glyph
+ * `second`) in list 0 (the pairs, or the left glyphs' classes) or 1 (the right glyphs'
+ * classes), whose entries are sorted by their keys; -1 when there is none. */
+static int32_t find_entry(const vt_font_t* font, unsigned list, int32_t key, int32_t second)
 {
-    uint32_t low = 0, high = count;
+    const unsigned key_bits = font->glyph_bits, keys = 1 + (font->kerning_form == VT_KERNING_PAIRS);
+    const unsigned value_bits = keys > 1 ? font->kerning_delta_bits : font->kerning_class_bits[list];
+    const uint32_t base = list ? font->kerning_rights : 0;
+    uint32_t low = 0, high = font->kerning_entries[list];
     while (low < high) {
         const uint32_t middle = (low + high) >> 1;
         stream_t stream;
         int32_t order;
-        start(&stream, data, base + middle * entry_bits);
+        start(&stream, font->kerning, base + middle * (keys * key_bits + value_bits));
         order = (int32_t)take(&stream, key_bits) - key;
         if (!order && keys > 1)
-            order = (int32_t)take(&stream, key_bits) - second_key;
+            order = (int32_t)take(&stream, key_bits) - second;
         if (!order)
-            return (int32_t)take(&stream, entry_bits - keys * key_bits);
+            return (int32_t)take(&stream, value_bits);
         if (order < 0)
             low = middle + 1;
         else
@@ -169,30 +184,22 @@ static int32_t find_entry(const uint8_t* data, uint32_t base, uint32_t count, un
 /* The pen adjustment between the glyphs `left` and `right` after it. */
 static int kerning(const vt_font_t* font, int32_t left, int32_t right)
 {
-    const uint8_t* data = font->kerning;
-    const unsigned delta_bits = font->kerning_delta_bits, glyph_bits = font->glyph_bits;
-    int32_t stored;
-    if (!data)
+    int32_t stored = -1, right_class, left_class;
+    if (!font->kerning)
         return 0;
-    if (font->kerning_form == VT_KERNING_PAIRS) {
-        stored = find_entry(data, 0, font->kerning_entries[0], 2 * glyph_bits + delta_bits, glyph_bits, 2, right, left);
-    } else {
-        /* The right glyph first: most characters have no pair to the left of them. */
-        const int32_t right_class = find_entry(data, font->kerning_rights, font->kerning_entries[1],
-                                               glyph_bits + font->kerning_class_bits[1], glyph_bits, 1, right, 0);
-        int32_t left_class;
-        stream_t stream;
-        if (right_class < 0 ||
-            (left_class = find_entry(data, 0, font->kerning_entries[0], glyph_bits + font->kerning_class_bits[0],
-                                     glyph_bits, 1, left, 0)) < 0)
-            return 0;
-        start(&stream, data,
-              font->kerning_deltas +
-                  ((uint32_t)left_class * font->kerning_columns + (uint32_t)right_class) * delta_bits);
-        stored = (int32_t)take(&stream, delta_bits);
-    }
+    if (font->kerning_form == VT_KERNING_PAIRS)
+        stored = find_entry(font, 0, right, left);
+    /* The right glyph first: most characters have no pair to the left of them. */
+    else if ((right_class = find_entry(font, 1, right, 0)) >= 0 && (left_class = find_entry(font, 0, left, 0)) >= 0)
+        stored = (int32_t)take_at(font->kerning,
+                                  font->kerning_deltas + ((uint32_t)left_class * font->kerning_columns +
+                                                          (uint32_t)right_class) * font->kerning_delta_bits,
+                                  font->kerning_delta_bits);
     return stored < 0 ? 0 : stored + font->kerning_delta_min;
 }
+
+/* A zero run of the run-length coding not read yet. */
+#define RUN_DUE 0xFFFFFFFFu
 
 /* Plots the glyph of `field` with the pen at (x, y), turned by (cosine, sine). */
 static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y, int cosine, int sine, vt_plot_fn plot,
@@ -200,20 +207,19 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
 {
     const unsigned coding = (unsigned)field[VT_FIELD_CODING], bpp = font->bpp;
     const unsigned columns = coding & VT_CODING_COLUMNS;
+    /* With VT_CODING_CHANGES, all ones: the bits of the pixel before that a value changes. */
+    const unsigned changes = coding & VT_CODING_CHANGES ? ~0u : 0;
     /* Pixels along a line of the scan: a row, or a column with VT_CODING_COLUMNS. */
     const int line = field[columns ? VT_FIELD_HEIGHT : VT_FIELD_WIDTH];
     decoder_t decoder;
     stream_t* const stream = &decoder.stream;
-    /* For the model: the pixels not 0 (0 to 2), and those full (3 to 5), of the line being
-     * decoded and the two before it, a pixel's bit at VT_MODEL_MARGIN + its place along. */
-    uint32_t lines[6];
-    uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = 0;
+    uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = RUN_DUE;
     unsigned value = 0, i;
-    int along = 0, across = 0, run_due = 1;
-    for (i = 0; i < 6; ++i)
-        lines[i] = 0;
+    int along = 0, across = 0;
     start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     if (coding & VT_CODING_MODEL) {
+        for (i = 0; i < 6; ++i)
+            decoder.lines[i] = 0;
         decoder.range = 0xFFFFFFFFu;
         decoder.code = take(stream, 16) << 16;
         decoder.code |= take(stream, 16);
@@ -225,40 +231,33 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
         unsigned stored;
         uint32_t count = 1; /* pixels this step covers */
         if (coding & VT_CODING_MODEL) {
-            stored = decode_pixel(font, &decoder, lines, along);
+            stored = decode_pixel(font, &decoder, along);
         } else if (coding & VT_CODING_RUNS) {
-            if (run_due) {
+            if (zeros == RUN_DUE)
                 zeros = take_run(stream);
-                run_due = 0;
-            }
             if (zeros) {
                 /* A run that leaves the pixels 0 is stepped over at once. */
-                if (!(coding & VT_CODING_CHANGES) || !value)
+                if (!(value & changes))
                     count = zeros < left ? zeros : left;
                 zeros -= count;
                 stored = 0;
             } else {
-                stored = bpp > 1 ? take(stream, bpp) : 1;
-                run_due = 1;
+                /* At 1 bit a pixel, none: 1. */
+                stored = take(stream, bpp & ~1u) | (bpp & 1);
+                zeros = RUN_DUE;
             }
         } else {
             stored = take(stream, bpp);
         }
-        value = coding & VT_CODING_CHANGES ? stored ^ value : stored;
+        value = stored ^ (value & changes);
         left -= count;
         if (value) {
             const int dx = field[VT_FIELD_LEFT] + (columns ? across : along);
             const int dy = (columns ? along : across) - field[VT_FIELD_TOP];
             plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy, (uint8_t)(value * font->coverage_scale));
         }
-        for (along += (int)count; along >= line; along -= line) {
+        for (along += (int)count; along >= line; along -= line)
             ++across;
-            for (i = 0; i < 6; i += 3) {
-                lines[i + 2] = lines[i + 1];
-                lines[i + 1] = lines[i];
-                lines[i] = 0;
-            }
-        }
     }
 }
 
@@ -272,15 +271,15 @@ static uint32_t next_utf8(const uint8_t** text)
 {
     const uint8_t* next = *text;
     uint32_t code = *next++;
-    /* Continuation bytes after the lead byte. */
-    const unsigned count = (code >= 0xC0) + (code >= 0xE0) + (code >= 0xF0);
-    unsigned left = count;
     if (code >= 0x80) {
-        /* C0 and C1 only start overlong forms, F5 and up codes past U+10FFFF. */
-        if (code < 0xC2 || code > 0xF4)
+        /* Continuation bytes after the lead byte, which C0 and C1 (overlong forms only)
+         * and F5 and up (past U+10FFFF) are not. */
+        const unsigned count = 1 + (code >= 0xE0) + (code >= 0xF0);
+        unsigned left;
+        if (code - 0xC2 > 0xF4 - 0xC2)
             goto skip;
         code &= 0x3Fu >> count;
-        for (; left; --left) {
+        for (left = count; left; --left) {
             if ((*next & 0xC0) != 0x80)
                 goto skip;
             code = code << 6 | (*next++ & 0x3Fu);
@@ -308,14 +307,16 @@ static int draw_codes(const vt_font_t* font, const uint8_t* text, uint32_t code,
         return 0;
     while (!text || *text) {
         int32_t index, field[VT_RECORD_FIELDS];
+        unsigned f;
         if (text)
             code = font->keys == VT_KEYS_UNICODE ? next_utf8(&text) : *text++;
         index = find_glyph(font, code);
         if (index >= 0) {
             if (previous >= 0)
                 advance += kerning(font, previous, index);
-            read_fields(font->records, (uint32_t)index, font->record_bits, font->field_bits, font->field_min,
-                        VT_RECORD_FIELDS, field);
+            read_fields(font->records, (uint32_t)index * font->record_bits, font->field_bits, VT_RECORD_FIELDS, field);
+            for (f = 0; f < VT_RECORD_FIELDS; ++f)
+                field[f] += font->field_min[f];
             if (plot)
                 draw_glyph(font, field, x + cosine * advance, y - sine * advance, cosine, sine, plot, ctx);
             advance += field[VT_FIELD_ADVANCE];
