@@ -1,32 +1,32 @@
 /* Draws the packed fonts veltrane_font.h describes, straight from their bit streams. */
 #include "veltrane_font.h"
 
-/* A stream of bits, most significant first, read a byte at a time into a window. */
+/* A stream of bits, most significant first: the data and the position of the next bit. */
 typedef struct
 {
-    const uint8_t* next;
-    uint32_t window;
-    unsigned bits; /* not yet taken at the bottom of the window */
+    const uint8_t* data;
+    uint32_t pos;
 } stream_t;
 
-/* The next `count` bits, at most 24. */
+/* The next `count` bits, at most 24, from the bytes that hold them. */
 static uint32_t take(stream_t* stream, unsigned count)
 {
-    while (stream->bits < count) {
-        stream->window = stream->window << 8 | *stream->next++;
-        stream->bits += 8;
-    }
-    stream->bits -= count;
-    return (stream->window >> stream->bits) & ((1u << count) - 1);
+    const uint8_t* next = stream->data + (stream->pos >> 3);
+    /* The bits from the top of the first of those bytes to the last one taken. */
+    const unsigned bits = (stream->pos & 7) + count;
+    uint32_t window = 0;
+    unsigned read;
+    for (read = 0; read < bits; read += 8)
+        window = window << 8 | *next++;
+    stream->pos += count;
+    return window >> (read - bits) & ((1u << count) - 1);
 }
 
 /* Starts `stream` at bit `pos` of `data`. */
 static void start(stream_t* stream, const uint8_t* data, uint32_t pos)
 {
-    stream->next = data + (pos >> 3);
-    stream->window = 0;
-    stream->bits = 0;
-    take(stream, pos & 7);
+    stream->data = data;
+    stream->pos = pos;
 }
 
 /* The `count` bits at bit `pos` of `data`. */
