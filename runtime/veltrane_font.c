@@ -112,43 +112,34 @@ static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, int alon
     return value;
 }
 
-/* The `count` fields at bit `pos` of `data`, each of bits[f] bits. */
-static void read_fields(const uint8_t* data, uint32_t pos, const uint8_t* bits, unsigned count, int32_t* field)
-{
-    stream_t stream;
-    unsigned f;
-    start(&stream, data, pos);
-    for (f = 0; f < count; ++f)
-        field[f] = (int32_t)take(&stream, bits[f]);
-}
-
 /* The glyph's index in the records, or -1 for a code the font lacks. */
 static int32_t find_glyph(const vt_font_t* font, uint32_t code)
 {
-    uint32_t low = 0, high = font->block_count, offset, count, bits;
-    int32_t block[VT_BLOCK_FIELDS], index;
+    const uint8_t* const bits = font->block_field_bits;
+    uint32_t low = 0, high = font->block_count, offset, count, set;
+    int32_t index;
     stream_t stream;
     /* The last block that starts at or before the code (the first block when none does,
      * which then lacks it); a font has at least one block. */
     while (high - low > 1) {
         const uint32_t middle = (low + high) >> 1;
-        if (take_at(font->blocks, middle * font->block_bits, font->block_field_bits[VT_BLOCK_FIRST]) <= code)
+        if (take_at(font->blocks, middle * font->block_bits, bits[VT_BLOCK_FIRST]) <= code)
             low = middle;
         else
             high = middle;
     }
-    read_fields(font->blocks, low * font->block_bits, font->block_field_bits, VT_BLOCK_FIELDS, block);
-    offset = code - (uint32_t)block[VT_BLOCK_FIRST];
-    if (offset > (uint32_t)block[VT_BLOCK_LAST])
+    start(&stream, font->blocks, low * font->block_bits);
+    offset = code - take(&stream, bits[VT_BLOCK_FIRST]);
+    if (offset > take(&stream, bits[VT_BLOCK_LAST]))
         return -1;
-    if (!block[VT_BLOCK_BITMAP])
-        return block[VT_BLOCK_GLYPH] + (int32_t)offset;
+    index = (int32_t)take(&stream, bits[VT_BLOCK_GLYPH]);
+    start(&stream, font->blocks, take(&stream, bits[VT_BLOCK_BITMAP]));
+    if (!stream.pos)
+        return index + (int32_t)offset;
     /* The glyphs of the bitmap's set bits before the code's, counted 24 bits at a time. */
-    index = block[VT_BLOCK_GLYPH];
-    start(&stream, font->blocks, (uint32_t)block[VT_BLOCK_BITMAP]);
     for (; offset; offset -= count) {
         count = offset < 24 ? offset : 24;
-        for (bits = take(&stream, count); bits; bits &= bits - 1)
+        for (set = take(&stream, count); set; set &= set - 1)
             ++index;
     }
     return take(&stream, 1) ? index : -1;
@@ -307,6 +298,7 @@ static int draw_codes(const vt_font_t* font, const uint8_t* text, uint32_t code,
         return 0;
     while (!text || *text) {
         int32_t index, field[VT_RECORD_FIELDS];
+        stream_t stream;
         unsigned f;
         if (text)
             code = font->keys == VT_KEYS_UNICODE ? next_utf8(&text) : *text++;
@@ -314,9 +306,9 @@ static int draw_codes(const vt_font_t* font, const uint8_t* text, uint32_t code,
         if (index >= 0) {
             if (previous >= 0)
                 advance += kerning(font, previous, index);
-            read_fields(font->records, (uint32_t)index * font->record_bits, font->field_bits, VT_RECORD_FIELDS, field);
+            start(&stream, font->records, (uint32_t)index * font->record_bits);
             for (f = 0; f < VT_RECORD_FIELDS; ++f)
-                field[f] += font->field_min[f];
+                field[f] = (int32_t)take(&stream, font->field_bits[f]) + font->field_min[f];
             if (plot)
                 draw_glyph(font, field, x + cosine * advance, y - sine * advance, cosine, sine, plot, ctx);
             advance += field[VT_FIELD_ADVANCE];
