@@ -145,48 +145,50 @@ static int32_t find_glyph(const vt_font_t* font, uint32_t code)
     return take(&stream, 1) ? index : -1;
 }
 
-/* The value after the keys of the kerning entry of glyph `key` (then, with pairs, glyph
- * `second`) in list 0 (the pairs, or the left glyphs' classes) or 1 (the right glyphs'
- * classes), whose entries are sorted by their keys; -1 when there is none. */
-static int32_t find_entry(const vt_font_t* font, unsigned list, int32_t key, int32_t second)
-{
-    const unsigned key_bits = font->glyph_bits, keys = 1 + (font->kerning_form == VT_KERNING_PAIRS);
-    const unsigned value_bits = keys > 1 ? font->kerning_delta_bits : font->kerning_class_bits[list];
-    const uint32_t base = list ? font->kerning_rights : 0;
-    uint32_t low = 0, high = font->kerning_entries[list];
-    while (low < high) {
-        const uint32_t middle = (low + high) >> 1;
-        stream_t stream;
-        int32_t order;
-        start(&stream, font->kerning, base + middle * (keys * key_bits + value_bits));
-        order = (int32_t)take(&stream, key_bits) - key;
-        if (!order && keys > 1)
-            order = (int32_t)take(&stream, key_bits) - second;
-        if (!order)
-            return (int32_t)take(&stream, value_bits);
-        if (order < 0)
-            low = middle + 1;
-        else
-            high = middle;
-    }
-    return -1;
-}
-
 /* The pen adjustment between the glyphs `left` and `right` after it. */
 static int kerning(const vt_font_t* font, int32_t left, int32_t right)
 {
-    int32_t stored = -1, right_class, left_class;
+    const unsigned key_bits = font->glyph_bits, pairs = font->kerning_form == VT_KERNING_PAIRS;
+    uint32_t right_class = 0, found;
+    int32_t key = right;
+    unsigned list;
     if (!font->kerning)
         return 0;
-    if (font->kerning_form == VT_KERNING_PAIRS)
-        stored = find_entry(font, 0, right, left);
-    /* The right glyph first: most characters have no pair to the left of them. */
-    else if ((right_class = find_entry(font, 1, right, 0)) >= 0 && (left_class = find_entry(font, 0, left, 0)) >= 0)
-        stored = (int32_t)take_at(font->kerning,
-                                  font->kerning_deltas + ((uint32_t)left_class * font->kerning_columns +
-                                                          (uint32_t)right_class) * font->kerning_delta_bits,
-                                  font->kerning_delta_bits);
-    return stored < 0 ? 0 : stored + font->kerning_delta_min;
+    /* The entry of the glyphs in a list sorted by its keys: with pairs, that of the right
+     * glyph and then the left one in list 0; with classes, the right glyph's in list 1, then
+     * (as most characters have no pair to the left of them) the left glyph's in list 0. */
+    for (list = !pairs;; list = 0, key = left) {
+        const unsigned value_bits = pairs ? font->kerning_delta_bits : font->kerning_class_bits[list];
+        const unsigned entry_bits = (1 + pairs) * key_bits + value_bits;
+        uint32_t low = 0, high = font->kerning_entries[list];
+        int32_t order = 1;
+        stream_t stream;
+        stream.data = font->kerning;
+        while (order && low < high) {
+            const uint32_t middle = (low + high) >> 1;
+            stream.pos = (list ? font->kerning_rights : 0) + middle * entry_bits;
+            order = (int32_t)take(&stream, key_bits) - key;
+            if (!order && pairs)
+                order = (int32_t)take(&stream, key_bits) - left;
+            if (order < 0)
+                low = middle + 1;
+            else
+                high = middle;
+        }
+        if (order)
+            return 0;
+        found = take(&stream, value_bits);
+        if (pairs)
+            break;
+        if (!list) {
+            /* The delta of the left class's row, the right class's column. */
+            found = take_at(font->kerning, font->kerning_deltas + (found * font->kerning_columns + right_class) * font->kerning_delta_bits,
+                            font->kerning_delta_bits);
+            break;
+        }
+        right_class = found;
+    }
+    return (int)found + font->kerning_delta_min;
 }
 
 /* A zero run of the run-length coding not read yet. */
