@@ -29,14 +29,6 @@ static void start(stream_t* stream, const uint8_t* data, uint32_t pos)
     stream->pos = pos;
 }
 
-/* The `count` bits at bit `pos` of `data`. */
-static uint32_t take_at(const uint8_t* data, uint32_t pos, unsigned count)
-{
-    stream_t stream;
-    start(&stream, data, pos);
-    return take(&stream, count);
-}
-
 /* A length as Elias gamma codes it: the bits of length + 1 after as many zeros less one. */
 static uint32_t take_run(stream_t* stream)
 {
@@ -121,19 +113,21 @@ static int32_t find_glyph(const vt_font_t* font, uint32_t code)
     stream_t stream;
     /* The last block that starts at or before the code (the first block when none does,
      * which then lacks it); a font has at least one block. */
+    stream.data = font->blocks;
     while (high - low > 1) {
         const uint32_t middle = (low + high) >> 1;
-        if (take_at(font->blocks, middle * font->block_bits, bits[VT_BLOCK_FIRST]) <= code)
+        stream.pos = middle * font->block_bits;
+        if (take(&stream, bits[VT_BLOCK_FIRST]) <= code)
             low = middle;
         else
             high = middle;
     }
-    start(&stream, font->blocks, low * font->block_bits);
+    stream.pos = low * font->block_bits;
     offset = code - take(&stream, bits[VT_BLOCK_FIRST]);
     if (offset > take(&stream, bits[VT_BLOCK_LAST]))
         return -1;
     index = (int32_t)take(&stream, bits[VT_BLOCK_GLYPH]);
-    start(&stream, font->blocks, take(&stream, bits[VT_BLOCK_BITMAP]));
+    stream.pos = take(&stream, bits[VT_BLOCK_BITMAP]);
     if (!stream.pos)
         return index + (int32_t)offset;
     /* The glyphs of the bitmap's set bits before the code's, counted 24 bits at a time. */
@@ -178,12 +172,12 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
         if (order)
             return 0;
         found = take(&stream, value_bits);
-        if (pairs)
-            break;
         if (!list) {
-            /* The delta of the left class's row, the right class's column. */
-            found = take_at(font->kerning, font->kerning_deltas + (found * font->kerning_columns + right_class) * font->kerning_delta_bits,
-                            font->kerning_delta_bits);
+            /* With classes, the delta of the left class's row, the right class's column. */
+            if (!pairs) {
+                stream.pos = font->kerning_deltas + (found * font->kerning_columns + right_class) * font->kerning_delta_bits;
+                found = take(&stream, font->kerning_delta_bits);
+            }
             break;
         }
         right_class = found;
