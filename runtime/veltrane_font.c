@@ -202,6 +202,7 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     stream_t* const stream = &decoder.stream;
     uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = RUN_DUE;
     unsigned value = 0, i;
+    uint32_t count; /* pixels a step covers */
     int along = 0, across = 0;
     start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     if (coding & VT_CODING_MODEL) {
@@ -214,9 +215,9 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     /* A turned pixel covers the square left of or above its corner. */
     x -= cosine + sine < 0;
     y -= sine - cosine > 0;
-    while (left) {
+    for (; left; left -= count) {
         unsigned stored;
-        uint32_t count = 1; /* pixels this step covers */
+        count = 1;
         if (coding & VT_CODING_MODEL) {
             stored = decode_pixel(font, &decoder, along);
         } else if (coding & VT_CODING_RUNS) {
@@ -237,7 +238,6 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
             stored = take(stream, bpp);
         }
         value = stored ^ (value & changes);
-        left -= count;
         if (value) {
             const int dx = field[VT_FIELD_LEFT] + (columns ? across : along);
             const int dy = (columns ? along : across) - field[VT_FIELD_TOP];
@@ -283,8 +283,8 @@ skip:
 }
 
 /* Draws the text up to its 0 byte or, without a text, the one code. */
-static int draw_codes(const vt_font_t* font, const uint8_t* text, uint32_t code, int x, int y, int rotation,
-                      vt_plot_fn plot, void* ctx)
+static int draw_codes(const vt_font_t* font, const uint8_t* text, int x, int y, int rotation, vt_plot_fn plot,
+                      void* ctx, uint32_t code)
 {
     /* The turn; both 0 for a rotation other than 0, 90, 180 and 270. */
     const int cosine = (rotation == 0) - (rotation == 180), sine = (rotation == 90) - (rotation == 270);
@@ -318,12 +318,12 @@ static int draw_codes(const vt_font_t* font, const uint8_t* text, uint32_t code,
 
 int vt_draw_text(const vt_font_t* font, const char* text, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
 {
-    return draw_codes(font, (const uint8_t*)text, 0, x, y, rotation, plot, ctx);
+    return draw_codes(font, (const uint8_t*)text, x, y, rotation, plot, ctx, 0);
 }
 
 int vt_draw_char(const vt_font_t* font, uint32_t code, int x, int y, int rotation, vt_plot_fn plot, void* ctx)
 {
-    return draw_codes(font, NULL, code, x, y, rotation, plot, ctx);
+    return draw_codes(font, NULL, x, y, rotation, plot, ctx, code);
 }
 
 int vt_text_width(const vt_font_t* font, const char* text)
