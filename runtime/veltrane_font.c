@@ -29,13 +29,13 @@ static void start(stream_t* stream, const uint8_t* data, uint32_t pos)
     stream->pos = pos;
 }
 
-/* A length as Elias gamma codes it: the bits of length + 1 after as many zeros less one. */
-static uint32_t take_run(stream_t* stream)
+/* A number from 1 up as Elias gamma codes it: its bits after as many zeros less one. */
+static uint32_t take_gamma(stream_t* stream)
 {
     unsigned zeros = 0;
     while (!take(stream, 1))
         ++zeros;
-    return (1u << zeros | take(stream, zeros)) - 1;
+    return 1u << zeros | take(stream, zeros);
 }
 
 /* A glyph's pixels being decoded: their stream; for the model, the arithmetic decoder (the
@@ -185,9 +185,6 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
     return (int)found + font->kerning_delta_min;
 }
 
-/* A zero run of the run-length coding not read yet. */
-#define RUN_DUE 0xFFFFFFFFu
-
 /* Plots the glyph of `field` with the pen at (x, y), turned by (cosine, sine). */
 static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y, int cosine, int sine, vt_plot_fn plot,
                        void* ctx)
@@ -200,7 +197,7 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     const int line = field[columns ? VT_FIELD_HEIGHT : VT_FIELD_WIDTH];
     decoder_t decoder;
     stream_t* const stream = &decoder.stream;
-    uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = RUN_DUE;
+    uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = 0;
     unsigned value = 0, i;
     uint32_t count; /* pixels a step covers */
     int along = 0, across = 0;
@@ -221,18 +218,18 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
         if (coding & VT_CODING_MODEL) {
             stored = decode_pixel(font, &decoder, along);
         } else if (coding & VT_CODING_RUNS) {
-            if (zeros == RUN_DUE)
-                zeros = take_run(stream);
-            if (zeros) {
+            /* zeros: the run's zero pixels left + 1 (as coded), 0 before it is read. */
+            if (!zeros)
+                zeros = take_gamma(stream);
+            if (--zeros) {
                 /* A run that leaves the pixels 0 is stepped over at once. */
                 if (!(value & changes))
                     count = zeros < left ? zeros : left;
-                zeros -= count;
+                zeros -= count - 1;
                 stored = 0;
             } else {
                 /* At 1 bit a pixel, none: 1. */
                 stored = take(stream, bpp & ~1u) | (bpp & 1);
-                zeros = RUN_DUE;
             }
         } else {
             stored = take(stream, bpp);
