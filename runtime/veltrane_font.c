@@ -54,14 +54,16 @@ typedef struct
 /* The next bit, 0 with chance `zero` / 256 (0: certainly 1). */
 static unsigned decode_bit(decoder_t* decoder, unsigned zero)
 {
-    uint32_t bound = (decoder->range >> 8) * zero;
-    const unsigned bit = decoder->code >= bound;
+    uint32_t bound = (decoder->range >> 8) * zero, range = decoder->range, code = decoder->code;
+    const unsigned bit = code >= bound;
     if (bit) {
-        decoder->code -= bound;
-        bound = decoder->range - bound;
+        code -= bound;
+        bound = range - bound;
     }
-    for (decoder->range = bound; !(decoder->range >> 24); decoder->range <<= 8)
-        decoder->code = decoder->code << 8 | take(&decoder->stream, 8);
+    for (range = bound; !(range >> 24); range <<= 8)
+        code = code << 8 | take(&decoder->stream, 8);
+    decoder->range = range;
+    decoder->code = code;
     return bit;
 }
 
