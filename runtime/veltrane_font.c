@@ -205,7 +205,8 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     int along = 0, across = 0;
     start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     if (coding & VT_CODING_MODEL) {
-        for (i = 0; i < 6; ++i)
+        /* The first pixel starts a line, moving these back over the rest. */
+        for (i = 0; i < 4; ++i)
             decoder.lines[i] = 0;
         decoder.range = 0xFFFFFFFFu;
         decoder.code = take(stream, 16) << 16;
