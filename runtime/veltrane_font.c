@@ -232,7 +232,7 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
                 stored = 0;
             } else {
                 /* At 1 bit a pixel, none: 1. */
-                stored = take(stream, bpp & ~1u) | (bpp & 1);
+                stored = bpp > 1 ? take(stream, bpp) : 1;
             }
         } else {
             stored = take(stream, bpp);
