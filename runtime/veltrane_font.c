@@ -60,8 +60,13 @@ static unsigned decode_bit(decoder_t* decoder, unsigned zero)
         code -= bound;
         bound = range - bound;
     }
-    for (range = bound; !(range >> 24); range <<= 8)
+    /* From at least 2^24, either side leaves at least 2^16 (or all of it, `zero` 0): one
+     * step brings it back. */
+    range = bound;
+    if (!(range >> 24)) {
+        range <<= 8;
         code = code << 8 | take(&decoder->stream, 8);
+    }
     decoder->range = range;
     decoder->code = code;
     return bit;
