@@ -72,23 +72,23 @@ static unsigned decode_bit(decoder_t* decoder, unsigned zero)
     return bit;
 }
 
-/* Whether the pixel at `along` in the line being decoded is not 0 (`full` 0) or, when it is
- * not, full (`full` 1): a bit coded with the model's chance for the pixel's context, the bits
- * of lines[full], [full + 2] and [full + 4] in the font's window of each. */
-static unsigned decode_context(const vt_font_t* font, decoder_t* decoder, unsigned full, int along)
+/* The model's context of the pixel at `along` in the line being decoded: the bits of
+ * lines[0], [2] and [4] in the font's window of each line. */
+static uint32_t context(const vt_font_t* font, const uint32_t* lines, int along)
 {
     uint32_t bits = 0;
     unsigned i;
     for (i = 0; i < 3; ++i)
         bits = bits << font->model_width[i] |
-               (decoder->lines[full + 2 * i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
-    return decode_bit(decoder, font->model[(full << font->model_bits) + bits]);
+               (lines[2 * i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
+    return bits;
 }
 
 /* The value of the pixel at `along` as the model codes it, marked in the lines. */
 static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, int along)
 {
     const unsigned full = (1u << font->bpp) - 1;
+    const uint8_t* table = font->model;
     unsigned value = 0, i;
     /* A line starts: the lines move back. */
     if (!along) {
@@ -97,10 +97,11 @@ static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, int alon
         decoder->lines[0] = decoder->lines[1] = 0;
     }
     /* Not 0?; beyond 1 bit, full?; else the value's bits from the top. */
-    if (decode_context(font, decoder, 0, along)) {
+    if (decode_bit(decoder, table[context(font, decoder->lines, along)])) {
         value = full;
-        if (full > 1 && !decode_context(font, decoder, 1, along)) {
-            const uint8_t* const table = font->model + (2u << font->model_bits);
+        table += 1u << font->model_bits;
+        if (full > 1 && !decode_bit(decoder, table[context(font, decoder->lines + 1, along)])) {
+            table += 1u << font->model_bits;
             for (value = 1; value <= full;)
                 value = value << 1 | decode_bit(decoder, table[value]);
             value -= full + 1;
