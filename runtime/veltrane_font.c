@@ -46,8 +46,8 @@ typedef struct
     stream_t stream;
     uint32_t range;
     uint32_t code;
-    /* Of the line being decoded (0, 1), the one before (2, 3) and the one before that (4, 5):
-     * the pixels not 0, then those full, a pixel's bit at VT_MODEL_MARGIN + its place along. */
+    /* The pixels not 0 (0 to 2), and those full (3 to 5), of the line being decoded and the
+     * two before it, a pixel's bit at VT_MODEL_MARGIN + its place along. */
     uint32_t lines[6];
 } decoder_t;
 
@@ -73,14 +73,14 @@ static unsigned decode_bit(decoder_t* decoder, unsigned zero)
 }
 
 /* The model's context of the pixel at `along` in the line being decoded: the bits of
- * lines[0], [2] and [4] in the font's window of each line. */
+ * lines[i] (the line, the one before, the one before that) in the font's window of each. */
 static uint32_t context(const vt_font_t* font, const uint32_t* lines, int along)
 {
     uint32_t bits = 0;
     unsigned i;
     for (i = 0; i < 3; ++i)
         bits = bits << font->model_width[i] |
-               (lines[2 * i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
+               (lines[i] >> (along + font->model_shift[i]) & ((1u << font->model_width[i]) - 1));
     return bits;
 }
 
@@ -92,15 +92,17 @@ static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, int alon
     unsigned value = 0, i;
     /* A line starts: the lines move back. */
     if (!along) {
-        for (i = 5; i > 1; --i)
-            decoder->lines[i] = decoder->lines[i - 2];
-        decoder->lines[0] = decoder->lines[1] = 0;
+        for (i = 0; i < 6; i += 3) {
+            decoder->lines[i + 2] = decoder->lines[i + 1];
+            decoder->lines[i + 1] = decoder->lines[i];
+            decoder->lines[i] = 0;
+        }
     }
     /* Not 0?; beyond 1 bit, full?; else the value's bits from the top. */
     if (decode_bit(decoder, table[context(font, decoder->lines, along)])) {
         value = full;
         table += 1u << font->model_bits;
-        if (full > 1 && !decode_bit(decoder, table[context(font, decoder->lines + 1, along)])) {
+        if (full > 1 && !decode_bit(decoder, table[context(font, decoder->lines + 3, along)])) {
             table += 1u << font->model_bits;
             for (value = 1; value <= full;)
                 value = value << 1 | decode_bit(decoder, table[value]);
@@ -108,7 +110,7 @@ static unsigned decode_pixel(const vt_font_t* font, decoder_t* decoder, int alon
         }
     }
     decoder->lines[0] |= (uint32_t)(value != 0) << (along + VT_MODEL_MARGIN);
-    decoder->lines[1] |= (uint32_t)(value == full) << (along + VT_MODEL_MARGIN);
+    decoder->lines[3] |= (uint32_t)(value == full) << (along + VT_MODEL_MARGIN);
     return value;
 }
 
@@ -211,8 +213,8 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     int along = 0, across = 0;
     start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     if (coding & VT_CODING_MODEL) {
-        /* The first pixel starts a line, moving these back over the rest. */
-        for (i = 0; i < 4; ++i)
+        /* All but lines[5], which the first pixel's line start sets from lines[4]. */
+        for (i = 0; i < 5; ++i)
             decoder.lines[i] = 0;
         decoder.range = 0xFFFFFFFFu;
         decoder.code = take(stream, 16) << 16;
