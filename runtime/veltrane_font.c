@@ -165,22 +165,24 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
         const unsigned value_bits = pairs ? font->kerning_delta_bits : font->kerning_class_bits[list];
         const unsigned entry_bits = (1 + pairs) * key_bits + value_bits;
         uint32_t low = 0, high = font->kerning_entries[list];
-        int32_t order = 1;
         stream_t stream;
         stream.data = font->kerning;
-        while (order && low < high) {
+        for (;;) {
             const uint32_t middle = (low + high) >> 1;
+            int32_t order;
+            if (low >= high)
+                return 0;
             stream.pos = (list ? font->kerning_rights : 0) + middle * entry_bits;
             order = (int32_t)take(&stream, key_bits) - key;
             if (!order && pairs)
                 order = (int32_t)take(&stream, key_bits) - left;
+            if (!order)
+                break;
             if (order < 0)
                 low = middle + 1;
             else
                 high = middle;
         }
-        if (order)
-            return 0;
         found = take(&stream, value_bits);
         if (!list) {
             /* With classes, the delta of the left class's row, the right class's column. */
