@@ -43,9 +43,9 @@ static uint32_t take_gamma(stream_t* stream)
  * stream from the interval's start) and the lines its contexts look at. */
 typedef struct
 {
-    stream_t stream;
     uint32_t range;
     uint32_t code;
+    stream_t stream;
     /* The pixels not 0 (0 to 2), and those full (3 to 5), of the line being decoded and the
      * two before it, a pixel's bit at VT_MODEL_MARGIN + its place along. */
     uint32_t lines[6];
