@@ -12,14 +12,13 @@ typedef struct
 static uint32_t take(stream_t* stream, unsigned count)
 {
     const uint8_t* next = stream->data + (stream->pos >> 3);
-    /* The bits from the top of the first of those bytes to the last one taken. */
-    const unsigned bits = (stream->pos & 7) + count;
+    /* The bits from the top of the first of those bytes to the last one taken, less those read. */
+    int unread = (int)((stream->pos & 7) + count);
     uint32_t window = 0;
-    unsigned read;
-    for (read = 0; read < bits; read += 8)
+    for (; unread > 0; unread -= 8)
         window = window << 8 | *next++;
     stream->pos += count;
-    return window >> (read - bits) & ((1u << count) - 1);
+    return window >> -unread & ((1u << count) - 1);
 }
 
 /* Starts `stream` at bit `pos` of `data`. */
