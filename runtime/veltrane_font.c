@@ -186,7 +186,8 @@ static int kerning(const vt_font_t* font, int32_t left, int32_t right)
         if (!list) {
             /* With classes, the delta of the left class's row, the right class's column. */
             if (!pairs) {
-                stream.pos = font->kerning_deltas + (found * font->kerning_columns + right_class) * font->kerning_delta_bits;
+                stream.pos =
+                    font->kerning_deltas + (found * font->kerning_columns + right_class) * font->kerning_delta_bits;
                 found = take(&stream, font->kerning_delta_bits);
             }
             break;
@@ -209,14 +210,13 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
     decoder_t decoder;
     stream_t* const stream = &decoder.stream;
     uint32_t left = (uint32_t)field[VT_FIELD_WIDTH] * (uint32_t)field[VT_FIELD_HEIGHT], zeros = 0;
-    unsigned value = 0, i;
+    unsigned value = 0;
     uint32_t count; /* pixels a step covers */
     int along = 0, across = 0;
     start(stream, font->pixels, (uint32_t)field[VT_FIELD_PIXELS] << font->pixel_shift);
     if (coding & VT_CODING_MODEL) {
-        /* All but lines[5], which the first pixel's line start sets from lines[4]. */
-        for (i = 0; i < 5; ++i)
-            decoder.lines[i] = 0;
+        /* Not lines[2] and [5]: the first pixel starts a line, moving lines[1] and [4] to them. */
+        decoder.lines[0] = decoder.lines[1] = decoder.lines[3] = decoder.lines[4] = 0;
         decoder.range = 0xFFFFFFFFu;
         decoder.code = take(stream, 16) << 16;
         decoder.code |= take(stream, 16);
@@ -250,7 +250,8 @@ static void draw_glyph(const vt_font_t* font, const int32_t* field, int x, int y
         if (value) {
             const int dx = field[VT_FIELD_LEFT] + (columns ? across : along);
             const int dy = (columns ? along : across) - field[VT_FIELD_TOP];
-            plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy, (uint8_t)(value * font->coverage_scale));
+            plot(ctx, x + cosine * dx + sine * dy, y - sine * dx + cosine * dy,
+                 (uint8_t)(value * font->coverage_scale));
         }
         for (along += (int)count; along >= line; along -= line)
             ++across;
