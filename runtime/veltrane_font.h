@@ -108,11 +108,11 @@ typedef struct vt_font
     uint8_t kerning_class_bits[2];
     uint8_t kerning_delta_bits;
     int8_t kerning_delta_min;
-    uint8_t model_bits;     /* of a context: the sum of model_width */
-    uint8_t model_width[3]; /* of the model's window on the line, the line before, the one before that */
-    uint8_t model_shift[3]; /* VT_MODEL_MARGIN less how far back each window starts */
-    uint8_t model_value_bits; /* kept of each neighbour's value for a value between 0 and full */
-    int16_t height; /* baseline to baseline */
+    uint8_t model_bits;       /* of a context: the sum of model_width */
+    uint8_t model_width[3];   /* of the model's window on the line, the line before, the one before that */
+    uint8_t model_shift[3];   /* VT_MODEL_MARGIN less how far back each window starts */
+    uint8_t model_value_bits; /* kept of each neighbour's value for a pixel's value */
+    int16_t height;           /* baseline to baseline */
     int16_t ascender;
     int16_t descender; /* negative below the baseline */
     int16_t field_min[VT_RECORD_FIELDS];
@@ -129,18 +129,16 @@ typedef struct vt_font
      * says, a line at a time. A pixel's context is model_bits bits: for the line being
      * decoded, the one before and the one before that, in this order, model_width[i] bits
      * of that line from the pixel at model_shift[i] - VT_MODEL_MARGIN along from this one
-     * onwards, the first pixel the lowest bit; a bit is 1 for a pixel that is not 0 (and,
-     * in the second context, one at full coverage), 0 for one off the glyph. With
-     * n = 2^model_bits, model[c] is the chance / 256 (0: none) that the pixel of context c
-     * is 0. Beyond 1 bit a pixel, model[n + c], of the context of full coverage, is the
-     * chance that a pixel not 0 is not full either. Such a pixel's value then comes bit by
-     * bit from the top, with the chance of a 0 bit at model[2n + (v << bpp) + t]: t is 1
-     * followed by the value's bits so far, and v the top model_value_bits bits of the value
-     * of the pixel before on the line, followed by those of the pixel on the line before (0
-     * off the glyph). The arithmetic decoder's code is the 32 bits from the glyph's start;
-     * it takes bound = (range >> 8) * chance, 0 when code < bound (range = bound), else 1
-     * (code and range less bound), and while range < 2^24, shifts both left by 8 and takes
-     * the next 8 bits into code. */
+     * onwards, the first pixel the lowest bit; a bit is 1 for a pixel that is not 0, 0 for
+     * one off the glyph. With n = 2^model_bits, model[c] is the chance / 256 (0: none) that
+     * the pixel of context c is 0. Beyond 1 bit a pixel, the value of a pixel not 0 then
+     * comes bit by bit from the top, with the chance of a 0 bit at model[n + (v << bpp) + t]:
+     * t is 1 followed by the value's bits so far, and v the top model_value_bits bits of the
+     * value of the pixel before on the line, followed by those of the pixel on the line
+     * before (0 off the glyph). The arithmetic decoder's code is the 32 bits from the
+     * glyph's start; it takes bound = (range >> 8) * chance, 0 when code < bound (range =
+     * bound), else 1 (code and range less bound), and while range < 2^24, shifts both left
+     * by 8 and takes the next 8 bits into code. */
     const uint8_t* model;
 } vt_font_t;
 

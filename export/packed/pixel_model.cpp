@@ -13,21 +13,19 @@ namespace {
 constexpr unsigned kReachMost = 4; // of a window either side of the pixel
 
 // A pixel and what its decoder knows around it: in `inked` a bit for each neighbour that
-// is not 0 (in `full`, each at full coverage), bits 0 to 3 the line's four pixels before
-// it, bits 4 to 12 and 13 to 21 the pixels of the line before and the one before that,
-// from four before to four after; and the values of the pixel before it on its line and
-// of the one on the line before.
+// is not 0, bits 0 to 3 the line's four pixels before it, bits 4 to 12 and 13 to 21 the
+// pixels of the line before and the one before that, from four before to four after; and
+// the values of the pixel before it on its line and of the one on the line before.
 struct Sample
 {
     uint32_t inked = 0;
-    uint32_t full = 0;
     uint8_t value = 0;
     uint8_t west = 0;
     uint8_t north = 0;
 };
 
 // The samples of a glyph's box in scan order: rows, or columns with `columns`.
-std::vector<Sample> Samples(const StoredPixels& glyph, bool columns, unsigned full)
+std::vector<Sample> Samples(const StoredPixels& glyph, bool columns)
 {
     const int length = static_cast<int>(columns ? glyph.rows : glyph.width);
     const int lines = static_cast<int>(columns ? glyph.width : glyph.rows);
@@ -46,9 +44,7 @@ std::vector<Sample> Samples(const StoredPixels& glyph, bool columns, unsigned fu
             sample.west = static_cast<uint8_t>(value(line, at - 1));
             sample.north = static_cast<uint8_t>(value(line - 1, at));
             auto add = [&](unsigned bit, int inLine, int inAt) {
-                const unsigned v = value(inLine, inAt);
-                sample.inked |= uint32_t{v != 0} << bit;
-                sample.full |= uint32_t{v == full} << bit;
+                sample.inked |= uint32_t{value(inLine, inAt) != 0} << bit;
             };
             for (int j = 0; j < 4; ++j)
                 add(j, line, at - 4 + j);
@@ -86,30 +82,25 @@ uint32_t Context(uint32_t word, const ModelWindows& windows)
 struct ModelShape
 {
     ModelWindows windows;
-    unsigned valueBits = 0; // kept of each neighbour's value for a value between 0 and full
+    unsigned valueBits = 0; // kept of each neighbour's value for a pixel's value
     unsigned bpp = 1;
 
     size_t Contexts() const { return size_t{1} << windows.Bits(); }
-    size_t TableSize() const { return bpp == 1 ? Contexts() : 2 * Contexts() + (size_t{1} << (2 * valueBits + bpp)); }
+    size_t TableSize() const { return Contexts() + (bpp == 1 ? 0 : size_t{1} << (2 * valueBits + bpp)); }
 };
 
 // Calls `decide(entry, bit)` for each decision that codes `sample`, with its entry in the
-// model's array: with n contexts, c of the first table (not 0?), n + c of the second
-// (full?), 2n + (neighbours' values << bpp) + t for the bits of a value between.
+// model's array: with n contexts, c of the first table (not 0?), then, beyond 1 bit,
+// n + (neighbours' values << bpp) + t for the bits of the value.
 template <typename Decide>
 void Decisions(const Sample& sample, const ModelShape& shape, Decide&& decide)
 {
-    const size_t n = shape.Contexts();
-    const unsigned full = (1u << shape.bpp) - 1;
     decide(Context(sample.inked, shape.windows), sample.value != 0);
     if (sample.value == 0 || shape.bpp == 1)
         return;
-    decide(n + Context(sample.full, shape.windows), sample.value == full);
-    if (sample.value == full)
-        return;
     const unsigned drop = shape.bpp - shape.valueBits;
     const size_t neighbours = (size_t{sample.west} >> drop) << shape.valueBits | size_t{sample.north} >> drop;
-    const size_t base = 2 * n + (neighbours << shape.bpp);
+    const size_t base = shape.Contexts() + (neighbours << shape.bpp);
     unsigned node = 1;
     for (unsigned bit = shape.bpp; bit-- > 0;) {
         const unsigned taken = (sample.value >> bit) & 1u;
@@ -194,16 +185,16 @@ std::vector<ModelWindows> WindowChoices()
 }
 
 // The shape whose tables and the pixels of `sampled` (`share` of all) cost least: the
-// windows by the first two tables, then the values' bits by the third.
+// windows by the first table, then the values' bits by the second.
 ModelShape ChooseShape(const std::vector<const ModelGlyph*>& sampled, double share, unsigned bpp)
 {
     ModelShape best{{}, 0, bpp};
     double bestBits = std::numeric_limits<double>::infinity();
     for (const ModelWindows& windows : WindowChoices()) {
         const ModelShape shape{windows, 0, bpp};
-        const size_t tables = bpp == 1 ? shape.Contexts() : 2 * shape.Contexts();
+        const size_t table = shape.Contexts();
         const double bits =
-            static_cast<double>(FittedCost(Count(sampled, shape), 0, tables)) / share + 8.0 * kBit * tables;
+            static_cast<double>(FittedCost(Count(sampled, shape), 0, table)) / share + 8.0 * kBit * table;
         if (bits < bestBits) {
             bestBits = bits;
             best.windows = windows;
@@ -212,12 +203,12 @@ ModelShape ChooseShape(const std::vector<const ModelGlyph*>& sampled, double sha
     if (bpp == 1)
         return best;
     bestBits = std::numeric_limits<double>::infinity();
-    ModelShape valuesOnly{{0, -1, -1}, 0, bpp}; // one context: the third table alone varies
+    ModelShape valuesOnly{{0, -1, -1}, 0, bpp}; // one context: the second table alone varies
     for (unsigned valueBits = 0; valueBits <= std::min(bpp, 4u); ++valueBits) {
         valuesOnly.valueBits = valueBits;
         const size_t size = valuesOnly.TableSize();
         const double bits =
-            static_cast<double>(FittedCost(Count(sampled, valuesOnly), 2, size)) / share + 8.0 * kBit * (size - 2);
+            static_cast<double>(FittedCost(Count(sampled, valuesOnly), 1, size)) / share + 8.0 * kBit * (size - 1);
         if (bits < bestBits) {
             bestBits = bits;
             best.valueBits = valueBits;
@@ -349,7 +340,6 @@ unsigned ModelWindows::Bits() const
 
 void ApplyPixelModel(std::vector<StoredPixels>& glyphs, unsigned bpp, bool everyGlyph, PackedFont& font)
 {
-    const unsigned full = (1u << bpp) - 1;
     // Each drawn glyph whose rows, or else columns, the runtime's line memory holds.
     std::vector<ModelGlyph> candidates;
     std::vector<uint64_t> ownBits;
@@ -360,7 +350,7 @@ void ApplyPixelModel(std::vector<StoredPixels>& glyphs, unsigned bpp, bool every
         const bool columns = glyph.width > kMaxModelLine;
         if (glyph.width == 0 || (columns && glyph.rows > kMaxModelLine))
             continue;
-        candidates.push_back({i, packed::kModel | (columns ? packed::kColumns : 0u), Samples(glyph, columns, full)});
+        candidates.push_back({i, packed::kModel | (columns ? packed::kColumns : 0u), Samples(glyph, columns)});
         samples += candidates.back().samples.size();
     }
     if (candidates.empty())

@@ -186,13 +186,15 @@ size_t FlashBytes(const PackedFont& font)
 }
 
 // auto takes the model only where it makes the font smaller than the run codings do, its
-// tables counted: not for a few glyphs, and for a few hundred.
+// tables counted: not for a few dots, and for a few hundred glyphs of strokes.
 TEST(PixelCoding, TheModelIsTakenWhereItsTablesRepay)
 {
     std::mt19937 random(3);
     std::vector<PackGlyph> few, many;
+    for (uint32_t code = 0; code < 3; ++code)
+        few.push_back(Shape(code, 1, 1, [](unsigned, unsigned) { return 255; }));
     for (uint32_t code = 0; code < 400; ++code)
-        (code < 3 ? few : many).push_back(Strokes(code, 16, random));
+        many.push_back(Strokes(code, 16, random));
     for (unsigned bpp : {1u, 2u, 4u, 8u}) {
         const PackedFont fewAuto = Pack(few, bpp, PixelCompression::Auto),
                          fewRuns = Pack(few, bpp, PixelCompression::Runs);
