@@ -307,29 +307,59 @@ Outcome Apply(const std::vector<StoredPixels>& glyphs, const std::vector<const M
 {
     Outcome outcome;
     outcome.bits.resize(candidates.size());
+    std::vector<uint64_t> bits;
     for (const StoredPixels& glyph : glyphs) {
         outcome.codings.push_back(glyph.coding);
-        outcome.total += glyph.bits.Size();
+        bits.push_back(glyph.bits.Size());
     }
-    // The decoder may read 32 bits past the last glyph: a pad of four bytes.
-    outcome.total += 8 * (fitted.table.size() + 4);
     for (size_t i = 0; i < candidates.size(); ++i) {
         if (!fitted.taking[i])
             continue;
         const size_t index = candidates[i]->index;
         BitWriter coded = Encode(*candidates[i], shape, fitted.table);
-        if (!everyGlyph && coded.Size() >= glyphs[index].bits.Size())
+        if (!everyGlyph && coded.Size() >= bits[index])
             continue;
-        outcome.total += coded.Size() - glyphs[index].bits.Size();
+        bits[index] = coded.Size();
         outcome.codings[index] = candidates[i]->coding;
         outcome.bits[i] = std::move(coded);
     }
-    outcome.total += glyphs.size() * CodingFieldBits(glyphs, outcome.codings);
+    // The decoder may read 32 bits past the last glyph: a pad of four bytes.
+    outcome.total = 8 * (fitted.table.size() + 4) + glyphs.size() * CodingFieldBits(glyphs, outcome.codings);
+    for (uint64_t glyphBits : bits)
+        outcome.total += glyphBits;
     return outcome;
 }
 
 // About this many samples are enough to choose a model's shape; the fit takes all.
 constexpr size_t kChoosingSamples = 300000;
+
+// Each drawn glyph whose rows, or else columns, the runtime's line memory holds.
+std::vector<ModelGlyph> Candidates(const std::vector<StoredPixels>& glyphs)
+{
+    std::vector<ModelGlyph> candidates;
+    for (size_t i = 0; i < glyphs.size(); ++i) {
+        const StoredPixels& glyph = glyphs[i];
+        const bool columns = glyph.width > kMaxModelLine;
+        if (glyph.width > 0 && (!columns || glyph.rows <= kMaxModelLine))
+            candidates.push_back({i, packed::kModel | (columns ? packed::kColumns : 0u), Samples(glyph, columns)});
+    }
+    return candidates;
+}
+
+// The shape chosen on every how-many-th candidate that makes about kChoosingSamples samples.
+ModelShape ChooseShapeOnSome(const std::vector<const ModelGlyph*>& candidates, unsigned bpp)
+{
+    size_t samples = 0, sampledCount = 0;
+    for (const ModelGlyph* glyph : candidates)
+        samples += glyph->samples.size();
+    std::vector<const ModelGlyph*> sampled;
+    const size_t step = std::max<size_t>(1, samples / kChoosingSamples);
+    for (size_t i = 0; i < candidates.size(); i += step) {
+        sampled.push_back(candidates[i]);
+        sampledCount += candidates[i]->samples.size();
+    }
+    return ChooseShape(sampled, static_cast<double>(sampledCount) / samples, bpp);
+}
 
 } // namespace
 
@@ -340,32 +370,16 @@ unsigned ModelWindows::Bits() const
 
 void ApplyPixelModel(std::vector<StoredPixels>& glyphs, unsigned bpp, bool everyGlyph, PackedFont& font)
 {
-    // Each drawn glyph whose rows, or else columns, the runtime's line memory holds.
-    std::vector<ModelGlyph> candidates;
-    std::vector<uint64_t> ownBits;
-    size_t samples = 0;
-    for (size_t i = 0; i < glyphs.size(); ++i) {
-        const StoredPixels& glyph = glyphs[i];
-        ownBits.push_back(glyph.bits.Size());
-        const bool columns = glyph.width > kMaxModelLine;
-        if (glyph.width == 0 || (columns && glyph.rows > kMaxModelLine))
-            continue;
-        candidates.push_back({i, packed::kModel | (columns ? packed::kColumns : 0u), Samples(glyph, columns)});
-        samples += candidates.back().samples.size();
-    }
+    const std::vector<ModelGlyph> candidates = Candidates(glyphs);
     if (candidates.empty())
         return;
-    std::vector<const ModelGlyph*> all, sampled;
-    size_t sampledCount = 0;
-    const size_t step = std::max<size_t>(1, samples / kChoosingSamples);
-    for (size_t i = 0; i < candidates.size(); ++i) {
-        all.push_back(&candidates[i]);
-        if (i % step == 0) {
-            sampled.push_back(&candidates[i]);
-            sampledCount += candidates[i].samples.size();
-        }
-    }
-    const ModelShape shape = ChooseShape(sampled, static_cast<double>(sampledCount) / samples, bpp);
+    std::vector<const ModelGlyph*> all;
+    for (const ModelGlyph& candidate : candidates)
+        all.push_back(&candidate);
+    const ModelShape shape = ChooseShapeOnSome(all, bpp);
+    std::vector<uint64_t> ownBits;
+    for (const StoredPixels& glyph : glyphs)
+        ownBits.push_back(glyph.bits.Size());
 
     // Each glyph in whichever coding is smaller, or every one the model can take in it,
     // which may leave the coding field fewer bits; or no model at all.
