@@ -127,18 +127,19 @@ typedef struct vt_font
     uint32_t kerning_deltas; /* bit position of the deltas (classes) */
     /* The model of VT_CODING_MODEL, or NULL. Its glyphs are scanned as VT_CODING_COLUMNS
      * says, a line at a time. A pixel's context is model_bits bits: for the line being
-     * decoded, the one before and the one before that, in this order, model_width[i] bits
-     * of that line from the pixel at model_shift[i] - VT_MODEL_MARGIN along from this one
-     * onwards, the first pixel the lowest bit; a bit is 1 for a pixel that is not 0, 0 for
-     * one off the glyph. With n = 2^model_bits, model[c] is the chance / 256 (0: none) that
-     * the pixel of context c is 0. Beyond 1 bit a pixel, the value of a pixel not 0 then
-     * comes bit by bit from the top, with the chance of a 0 bit at model[n + (v << bpp) + t]:
-     * t is 1 followed by the value's bits so far, and v the top model_value_bits bits of the
-     * value of the pixel before on the line, followed by those of the pixel on the line
-     * before (0 off the glyph). The arithmetic decoder's code is the 32 bits from the
-     * glyph's start; it takes bound = (range >> 8) * chance, 0 when code < bound (range =
-     * bound), else 1 (code and range less bound), and while range < 2^24, shifts both left
-     * by 8 and takes the next 8 bits into code. */
+     * decoded, the one before and the one before that, in this order from the top bits
+     * down, model_width[i] bits of that line from the pixel at model_shift[i] -
+     * VT_MODEL_MARGIN along from this one onwards, the first pixel the lowest bit; a bit is
+     * 1 for a pixel that is not 0, 0 for one off the glyph. With n = 2^model_bits, model[c]
+     * is the chance / 256 (0: none) that the pixel of context c is 0. Beyond 1 bit a pixel,
+     * the value of a pixel not 0 then comes bit by bit from the top, with the chance of a 0
+     * bit at model[n + (v << bpp) + t]: t is 1 followed by the value's bits so far, and v
+     * the top model_value_bits bits of the value of the pixel before on the line, followed
+     * by those of the pixel on the line before (0 off the glyph). The arithmetic decoder's
+     * range starts at 2^32 - 1 and its code as the 32 bits from the glyph's start; for each
+     * bit it takes bound = (range >> 8) * chance, 0 when code < bound (range = bound), else
+     * 1 (code and range less bound), and while range < 2^24, shifts both left by 8 and takes
+     * the next 8 bits into code. */
     const uint8_t* model;
 } vt_font_t;
 
